@@ -1,0 +1,254 @@
+#include "component/results/file_sequence_result.h"
+
+#include <charconv>
+#include <cmath>
+#include <cstring>
+#include <string>
+
+#include "component/host/basic_services.h"
+#include "component/host/core_variables.h"
+#include "component/host/sv_boxes.h"
+
+#include "component/management/general_services.h"
+
+namespace {
+
+constexpr std::size_t HeaderPiece = 400;
+constexpr std::size_t LineCapacity = 128;
+
+constexpr SV::ResId OpenFailed{0x20051D7};
+constexpr SV::ResId WriteFailed{0x20051D8};
+constexpr SV::ResId ReadFailed{0x20051D9};
+
+void showBox(const SV::String& text) {
+    const MeroWaitPause pause;
+    MeroErrorBox(SV::GetpApp()->GetAppWindow(), SV::BoxStyleError, text).Execute(0);
+}
+
+void showBoxOfFile(SV::ResId message, const SV::String& fileName) {
+    SV::String text(message);
+    text.Replace("%s", fileName);
+    showBox(text);
+}
+
+/// Right-aligned in at least `width` places, with a decimal point in every locale.
+void appendNumber(std::string& line, double number, int decimals, std::size_t width) {
+    char digits[400];
+    const auto end =
+        std::to_chars(digits, digits + sizeof digits, number, std::chars_format::fixed, decimals).ptr;
+    const auto length = static_cast<std::size_t>(end - digits);
+    line.append(length < width ? width - length : 0, ' ');
+    line.append(digits, length);
+}
+
+void appendIdentifier(std::string& line, MeroId id) {
+    const std::string digits = std::to_string(static_cast<unsigned long>(id));
+    line.append(digits.size() < 10 ? 10 - digits.size() : 0, ' ');
+    line += digits;
+}
+
+/// A line break in a name would break the line of its reading.
+void appendName(std::string& line, const SV::String& name) {
+    for (const char character : name.view()) {
+        line.push_back(character == '\n' || character == '\r' ? ' ' : character);
+    }
+}
+
+const char* skipBlanks(const char* text) {
+    while (*text == ' ' || *text == '\t') {
+        ++text;
+    }
+    return text;
+}
+
+bool parseField(const char*& text, const char* end, double& number) {
+    text = skipBlanks(text);
+    const auto [rest, error] = std::from_chars(text, end, number);
+    text = rest;
+    return error == std::errc{};
+}
+
+bool parseSeparator(const char*& text) {
+    text = skipBlanks(text);
+    return *text++ == ';';
+}
+
+/// "id; time; value" and whatever follows.
+bool parseLine(const char* text, MeroSequenceEntry& entry) {
+    const char* const end = text + std::strlen(text);
+    unsigned long id = 0;
+    text = skipBlanks(text);
+    const auto [rest, error] = std::from_chars(text, end, id);
+    text = rest;
+    if (error != std::errc{} || !parseSeparator(text) || !parseField(text, end, entry.time) ||
+        !parseSeparator(text) || !parseField(text, end, entry.value)) {
+        return false;
+    }
+    entry.objectId = static_cast<MeroId>(id);
+    return true;
+}
+
+bool isAtEnd(std::FILE* stream) {
+    const int next = std::getc(stream);
+    if (next == EOF) {
+        return true;
+    }
+    std::ungetc(next, stream);
+    return false;
+}
+
+/// Reads to the end of the line, keeps what fits and drops the rest. False at the end of the file.
+bool readLine(std::FILE* stream, char* line, std::size_t capacity) {
+    std::size_t length = 0;
+    int character = std::getc(stream);
+    const bool found = character != EOF;
+    for (; character != EOF && character != '\n'; character = std::getc(stream)) {
+        if (length + 1 < capacity) {
+            line[length++] = static_cast<char>(character);
+        }
+    }
+    line[length] = '\0';
+    return found;
+}
+
+void skipHeader(std::FILE* stream) {
+    char line[LineCapacity];
+    for (int next = std::getc(stream); next != EOF; next = std::getc(stream)) {
+        std::ungetc(next, stream);
+        if (next != '#') {
+            return;
+        }
+        readLine(stream, line, sizeof line);
+    }
+}
+
+}  // namespace
+
+MeroFileSequenceResult::MeroFileSequenceResult(MeroId object, MeroId key, SV::String name)
+    : MeroSequenceResult(object, key), fileName(std::move(name)) {}
+
+MeroFileSequenceResult::~MeroFileSequenceResult() {
+    const MeroWaitCursor wait;
+    if (writing) {
+        closeWritten();
+    }
+    file.reset();
+}
+
+bool MeroFileSequenceResult::openForWriting(const SV::String& header) {
+    if (writing || !openToWrite("w", "\n\n")) {
+        return false;
+    }
+    for (std::size_t begin = 0; begin <= header.Len(); begin += HeaderPiece) {
+        const std::string_view piece = header.view().substr(begin, HeaderPiece);
+        std::fwrite(piece.data(), 1, piece.size(), file.get());
+    }
+    return true;
+}
+
+bool MeroFileSequenceResult::reopenForAppend() {
+    return !writing && openToWrite("a", "");
+}
+
+bool MeroFileSequenceResult::openToWrite(const char* mode, const char* endOfBox) {
+    file.reset(std::fopen(fileName.GetStr(), mode));
+    if (file == nullptr) {
+        showBox(SV::String(OpenFailed) + fileName + SV::String(endOfBox));
+        return false;
+    }
+    writing = true;
+    readable = false;
+    rewindPending = true;
+    return true;
+}
+
+bool MeroFileSequenceResult::closeForReading() {
+    if (!writing) {
+        return false;
+    }
+    const bool complete = closeWritten();
+    writing = false;
+    readable = true;
+    return complete;
+}
+
+bool MeroFileSequenceResult::closeWritten() {
+    const bool complete = std::fclose(file.release()) == 0;
+    if (!complete && !writeFailed) {
+        showBoxOfFile(WriteFailed, fileName);
+    }
+    return complete;
+}
+
+bool MeroFileSequenceResult::addEntry(double value, double time, MeroId measuredObject) {
+    if (!writing && (!readable || !reopenForAppend())) {
+        return false;
+    }
+    const SV::String& name = nameOf(measuredObject);
+    std::string& text = line;
+    text.clear();
+    appendIdentifier(text, measuredObject);
+    text += "; ";
+    if (time == 0.0) {
+        text += '0';
+    } else {
+        appendNumber(text, time, 0, 10);
+    }
+    text += "; ";
+    appendNumber(text, value, 6, 12);
+    text += "; ";
+    appendName(text, name);
+    text += '\n';
+    if (std::fwrite(text.data(), 1, text.size(), file.get()) != text.size()) {
+        writeFailed = true;
+        showBoxOfFile(WriteFailed, fileName);
+        return false;
+    }
+    return true;
+}
+
+bool MeroFileSequenceResult::getNext(MeroSequenceEntry& entry) {
+    if (writing) {
+        return false;
+    }
+    if (rewindPending) {
+        if (file != nullptr) {
+            displayErrorMessage("aearslt", __LINE__);
+            return false;
+        }
+        file.reset(std::fopen(fileName.GetStr(), "r"));
+        if (file != nullptr) {
+            skipHeader(file.get());
+            rewindPending = false;
+        }
+    }
+    if (file == nullptr) {
+        displayErrorMessage("aearslt", __LINE__);
+        return false;
+    }
+    if (isAtEnd(file.get()) && std::ferror(file.get()) == 0) {
+        std::rewind(file.get());
+        skipHeader(file.get());
+        return false;
+    }
+    char text[LineCapacity];
+    const long place = std::ftell(file.get());
+    if (!readLine(file.get(), text, sizeof text) || std::ferror(file.get()) != 0 || !parseLine(text, entry)) {
+        std::clearerr(file.get());
+        std::fseek(file.get(), place, SEEK_SET);
+        showBoxOfFile(ReadFailed, fileName);
+        return false;
+    }
+    return true;
+}
+
+const SV::String& MeroFileSequenceResult::nameOf(MeroId measuredObject) {
+    if (const SV::String* const known = names.find(measuredObject)) {
+        return *known;
+    }
+    SV::String name;
+    if (getAttributeText(measuredObject, name, ClassCodeInstanceName) != StatusOk) {
+        name = "?";
+    }
+    return names.add(measuredObject, name);
+}

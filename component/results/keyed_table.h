@@ -1,0 +1,165 @@
+#pragma once
+
+#include <algorithm>
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+/// Table by key for the hot path: entries lie densely in the order of making, a hash index comes in only when
+/// there are more than a handful, erasing moves the last entry into the gap. Pointers to entries hold until
+/// the next insertion or erasure. Whoever needs an order asks `sortBy` for it.
+template <class Key, class Item, class Hash = std::hash<Key>>
+class MeroKeyedTable {
+public:
+    struct Entry {
+        Key key;
+        Item item;
+    };
+    using iterator = typename std::vector<Entry>::iterator;
+    using const_iterator = typename std::vector<Entry>::const_iterator;
+
+    [[nodiscard]] Item* find(const Key& key) {
+        const std::size_t position = positionOf(key);
+        return position != Missing ? &entries[position].item : nullptr;
+    }
+    [[nodiscard]] const Item* find(const Key& key) const {
+        const std::size_t position = positionOf(key);
+        return position != Missing ? &entries[position].item : nullptr;
+    }
+    [[nodiscard]] bool contains(const Key& key) const { return positionOf(key) != Missing; }
+
+    /// The key must not be there.
+    Item& add(const Key& key, Item item) {
+        entries.push_back(Entry{key, std::move(item)});
+        if (!slots.empty() && entries.size() * 2 <= slots.size()) {
+            place(entries.size() - 1);
+        } else if (entries.size() > LinearLimit) {
+            rebuildIndex();
+        }
+        return entries.back().item;
+    }
+
+    /// True if the key was there.
+    bool erase(const Key& key) {
+        const std::size_t position = positionOf(key);
+        if (position == Missing) {
+            return false;
+        }
+        if (!slots.empty()) {
+            unplace(position);
+        }
+        const std::size_t last = entries.size() - 1;
+        if (position != last) {
+            if (!slots.empty()) {
+                slots[slotOf(last)] = static_cast<std::uint32_t>(position + 1);
+            }
+            entries[position] = std::move(entries[last]);
+        }
+        entries.pop_back();
+        return true;
+    }
+
+    /// Keeps the memory.
+    void clear() {
+        entries.clear();
+        std::fill(slots.begin(), slots.end(), 0U);
+    }
+
+    /// Brings the entries into the order of `less(key, key)`; costs only a look if they are in order already.
+    template <class Less>
+    void sortBy(Less less) {
+        const auto byKey = [&less](const Entry& left, const Entry& right) {
+            return less(left.key, right.key);
+        };
+        if (std::is_sorted(entries.begin(), entries.end(), byKey)) {
+            return;
+        }
+        std::sort(entries.begin(), entries.end(), byKey);
+        if (!slots.empty()) {
+            rebuildIndex();
+        }
+    }
+
+    [[nodiscard]] bool empty() const { return entries.empty(); }
+    [[nodiscard]] std::size_t size() const { return entries.size(); }
+    [[nodiscard]] iterator begin() { return entries.begin(); }
+    [[nodiscard]] iterator end() { return entries.end(); }
+    [[nodiscard]] const_iterator begin() const { return entries.begin(); }
+    [[nodiscard]] const_iterator end() const { return entries.end(); }
+
+private:
+    static constexpr std::size_t Missing = static_cast<std::size_t>(-1);
+    static constexpr std::size_t LinearLimit = 8;
+
+    [[nodiscard]] std::size_t homeOf(const Key& key) const {
+        // Fibonacci hashing spreads the hashes of small numbers, which are the numbers themselves.
+        return (static_cast<std::uint64_t>(Hash{}(key)) * 0x9E3779B97F4A7C15ULL) >> shift;
+    }
+    [[nodiscard]] std::size_t next(std::size_t slot) const { return (slot + 1) & (slots.size() - 1); }
+
+    [[nodiscard]] std::size_t positionOf(const Key& key) const {
+        if (slots.empty()) {
+            for (std::size_t position = 0; position < entries.size(); ++position) {
+                if (entries[position].key == key) {
+                    return position;
+                }
+            }
+            return Missing;
+        }
+        for (std::size_t slot = homeOf(key); slots[slot] != 0; slot = next(slot)) {
+            if (entries[slots[slot] - 1].key == key) {
+                return slots[slot] - 1;
+            }
+        }
+        return Missing;
+    }
+    [[nodiscard]] std::size_t slotOf(std::size_t position) const {
+        std::size_t slot = homeOf(entries[position].key);
+        while (slots[slot] != position + 1) {
+            slot = next(slot);
+        }
+        return slot;
+    }
+    void place(std::size_t position) {
+        std::size_t slot = homeOf(entries[position].key);
+        while (slots[slot] != 0) {
+            slot = next(slot);
+        }
+        slots[slot] = static_cast<std::uint32_t>(position + 1);
+    }
+    /// Closes the gap that the slot of `position` leaves, so that searches need no marks for erased entries.
+    void unplace(std::size_t position) {
+        std::size_t gap = slotOf(position);
+        for (std::size_t slot = next(gap); slots[slot] != 0; slot = next(slot)) {
+            const std::size_t home = homeOf(entries[slots[slot] - 1].key);
+            const std::size_t mask = slots.size() - 1;
+            if (((slot - home) & mask) >= ((slot - gap) & mask)) {
+                slots[gap] = slots[slot];
+                gap = slot;
+            }
+        }
+        slots[gap] = 0;
+    }
+    void rebuildIndex() {
+        const std::size_t wanted = std::bit_ceil(entries.size() * 4);
+        if (slots.size() < wanted) {
+            slots.resize(wanted);
+            shift = 64 - std::countr_zero(wanted);
+        }
+        std::fill(slots.begin(), slots.end(), 0U);
+        for (std::size_t position = 0; position < entries.size(); ++position) {
+            place(position);
+        }
+    }
+
+    std::vector<Entry> entries;
+    std::vector<std::uint32_t> slots;  ///< position + 1 of an entry, 0 for a free slot; a power of two
+    int shift = 64;
+};
+
+/// Whether `left` comes before `right` as decimal text: shorter texts first, then by bytes.
+[[nodiscard]] bool isBeforeAsDecimalText(std::int32_t left, std::int32_t right);

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "component/host/sv_string.h"
+#include "component/host/types.h"
+
+/// Identifiers through which an object was reached.
+using MeroPath = std::vector<MeroId>;
+using MeroPathView = std::span<const MeroId>;
+
+/// How a new value combines with those that are there. Other codes replace, as 1 does.
+enum MeroResultMode : int {
+    ResultModeLast = 1,      ///< replaces
+    ResultModeSum = 2,       ///< adds
+    ResultModeMean = 3,      ///< adds; all items of an object share the divisor's changes
+    ResultModeItemMean = 4,  ///< adds; each item has a divisor of its own
+};
+
+[[nodiscard]] constexpr bool hasDivisor(int mode) {
+    return mode == ResultModeMean || mode == ResultModeItemMean;
+}
+
+/// Changes of a divisor that aren't the new count itself.
+enum MeroDivisorChange : int {
+    DivisorKept = -1,
+    DivisorRaised = -2,  ///< by one
+};
+
+/// Each identifier in decimal, followed by "@": the order of items is that of these texts.
+[[nodiscard]] SV::String getPathKey(MeroPathView path);
+
+/// One value position of an object: the value for one path.
+class MeroResultItem {
+public:
+    MeroResultItem(MeroPathView itemPath, SV::String key);
+    virtual ~MeroResultItem() = default;
+
+    [[nodiscard]] const MeroPath& getPath() const { return path; }
+    [[nodiscard]] const SV::String& getKey() const { return pathKey; }
+
+private:
+    MeroPath path;
+    SV::String pathKey;
+};
+
+class MeroDoubleResultItem : public MeroResultItem {
+public:
+    MeroDoubleResultItem(MeroPathView itemPath, SV::String key, int combinationMode)
+        : MeroResultItem(itemPath, std::move(key)), mode(combinationMode) {}
+
+    void add(double newValue);
+    /// As `add`, only if the path is this item's.
+    bool addForPath(double newValue, MeroPathView otherPath);
+    /// Divided in the modes with a divisor, unless that is below 1.
+    [[nodiscard]] double getValue() const;
+    /// False, and an internal error, for a negative count; false in modes without a divisor.
+    bool setDivisor(std::int32_t count);
+    [[nodiscard]] std::int32_t getDivisor() const { return divisor; }
+    /// A divisor as `addValue` of the result set takes it: kept, raised, or the new count if that is above 0.
+    bool changeDivisor(int change);
+
+private:
+    double value = 0.0;
+    std::int32_t divisor = 0;
+    int mode;
+};
