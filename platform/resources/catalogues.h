@@ -1,0 +1,9 @@
+#pragma once
+
+#include "platform/resources/messages.h"
+
+namespace mero {
+
+extern const MessageCatalogue EnglishMessages;
+
+}  // namespace mero
