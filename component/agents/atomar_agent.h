@@ -74,8 +74,8 @@ protected:
     int readNameAndType(MeroKilnParser* parser);
     void readAnalyses(const MeroKilnParser& parser);
 
-    /// Carries the observed objects over the relations that join `classId` with the classes below
-    /// `baseClassId`, and adds what is reached. A `MeroErrorCode`.
+    /// Adds to the observed objects what the relations between `classId` and the classes below `baseClassId`
+    /// join with them. A `MeroErrorCode`.
     int widenObservedObjects(MeroId classId, MeroId baseClassId);
 
     MeroSuperAgent* ownerSuperAgent = nullptr;
@@ -110,7 +110,4 @@ protected:
 
 private:
     struct FlagKeyword;
-    [[nodiscard]] int findRelatedObjects(const MeroAgentResultSet& source, const SV::String& className,
-                                         const SV::String& relationName,
-                                         std::vector<std::pair<MeroId, ISortedSet<MeroId>>>& related) const;
 };

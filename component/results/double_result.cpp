@@ -15,14 +15,6 @@ MeroId MeroAtomarResult::getModelOfObject() const {
     return modelId;
 }
 
-std::size_t MeroDoubleResult::hashOf(MeroPathView path) {
-    std::size_t hash = path.size();
-    for (const MeroId id : path) {
-        hash = (hash ^ static_cast<std::uint32_t>(id)) * 0x9E3779B97F4A7C15ULL;
-    }
-    return hash;
-}
-
 MeroDoubleResultItem* MeroDoubleResult::findItem(MeroPathView path) const {
     const auto hasPath = [path](const MeroDoubleResultItem& item) {
         return std::ranges::equal(item.getPath(), path);
@@ -31,7 +23,7 @@ MeroDoubleResultItem* MeroDoubleResult::findItem(MeroPathView path) const {
         const auto found = std::ranges::find_if(items, [&](const auto& item) { return hasPath(*item); });
         return found != items.end() ? found->get() : nullptr;
     }
-    const auto [first, last] = index.equal_range(hashOf(path));
+    const auto [first, last] = index.equal_range(hashOfPath(path));
     const auto found = std::find_if(first, last, [&](const auto& entry) { return hasPath(*entry.second); });
     return found != last ? found->second : nullptr;
 }
@@ -47,10 +39,10 @@ MeroDoubleResultItem& MeroDoubleResult::addToItem(double value, MeroPathView pat
         items.insert(place, std::move(made));
         if (items.size() == LinearLimit + 1) {
             for (const auto& each : items) {
-                index.emplace(hashOf(each->getPath()), each.get());
+                index.emplace(hashOfPath(each->getPath()), each.get());
             }
         } else if (items.size() > LinearLimit) {
-            index.emplace(hashOf(path), item);
+            index.emplace(hashOfPath(path), item);
         }
     }
     item->add(value);

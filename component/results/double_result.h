@@ -53,8 +53,6 @@ private:
     /// Up to this many items a search compares the paths; beyond, `index` is used.
     static constexpr std::size_t LinearLimit = 8;
 
-    [[nodiscard]] static std::size_t hashOf(MeroPathView path);
-
     std::vector<std::unique_ptr<MeroDoubleResultItem>> items;
     std::unordered_multimap<std::size_t, MeroDoubleResultItem*> index;
     std::size_t cursor = 0;

@@ -17,6 +17,14 @@ SV::String getPathKey(MeroPathView path) {
     return SV::String(key);
 }
 
+std::size_t hashOfPath(MeroPathView path) {
+    std::size_t hash = path.size();
+    for (const MeroId id : path) {
+        hash = (hash ^ static_cast<std::uint32_t>(id)) * 0x9E3779B97F4A7C15ULL;
+    }
+    return hash;
+}
+
 MeroResultItem::MeroResultItem(MeroPathView itemPath, SV::String key)
     : path(itemPath.begin(), itemPath.end()), pathKey(std::move(key)) {}
 

@@ -32,6 +32,8 @@ enum MeroDivisorChange : int {
 /// Each identifier in decimal, followed by "@": the order of items is that of these texts.
 [[nodiscard]] SV::String getPathKey(MeroPathView path);
 
+[[nodiscard]] std::size_t hashOfPath(MeroPathView path);
+
 /// One value position of an object: the value for one path.
 class MeroResultItem {
 public:

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "component/agents/event_processing_agent.h"
+
+/// An event-processing agent that measures on the objects of one model and of the models that it calls.
+class MeroModelAgent : public MeroEventProcessingAgent {
+public:
+    /// Seconds of a time text in a base of days a year and hours a day.
+    [[nodiscard]] static double getTimeValue(const SV::String& timeText, double yearDays, double dayHours);
+
+protected:
+    /// Models that the agent's model calls, directly and over others, and those that observed calls name. 1
+    /// or 15.
+    int computeCalledModels(ISortedSet<MeroId>& calledModels) const;
+    /// Adds the called models and the activities in them to the observed objects of an agent on a process
+    /// model. 1 or 15.
+    int extendObservedObjects();
+
+private:
+    [[nodiscard]] bool findCalls(ISortedSet<MeroId>& calls) const;
+    int addActivitiesOf(const ISortedSet<MeroId>& models);
+};

@@ -1,0 +1,80 @@
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "component/host/sv_string.h"
+
+#include "component/agents/object_value.h"
+#include "component/results/keyed_table.h"
+#include "component/results/result_item.h"
+
+/// Whether a new value adds to the one that is there or takes its place.
+enum class MeroValueUse { Accumulate, Replace };
+
+/// One running process or sub-process of a main process, which is held in this form as well. It collects
+/// values itself, or another instance of the same main process, its collector, does so for it.
+class MeroAgentSubProcessInstance {
+public:
+    using Values = MeroKeyedTable<MeroId, MeroAgentObjectValue>;
+
+    /// A null `collectorInstance` means that it collects itself.
+    MeroAgentSubProcessInstance(SV::String instanceKey, MeroId model, MeroPath path,
+                                MeroAgentSubProcessInstance* collectorInstance);
+    MeroAgentSubProcessInstance(const MeroAgentSubProcessInstance&) = delete;
+    MeroAgentSubProcessInstance& operator=(const MeroAgentSubProcessInstance&) = delete;
+
+    [[nodiscard]] const SV::String& getKey() const { return key; }
+    [[nodiscard]] MeroId getModelId() const { return modelId; }
+    /// Models from the top of the call chain down to this one.
+    [[nodiscard]] const MeroPath& getCallPath() const { return callPath; }
+    /// True if another instance collects the values.
+    [[nodiscard]] bool isCollected() const { return collector != this; }
+    [[nodiscard]] MeroAgentSubProcessInstance& getCollector() { return *collector; }
+    [[nodiscard]] const MeroAgentSubProcessInstance& getCollector() const { return *collector; }
+
+    void addFirstValue(MeroId objectId, double value, MeroValueUse use);
+    void addSecondValue(MeroId objectId, double value, MeroValueUse use);
+    /// For reading: the values by object, in the order of the objects' decimal texts.
+    [[nodiscard]] const Values& getValues();
+    /// For writing; null if there is none.
+    [[nodiscard]] MeroAgentObjectValue* getValue(MeroId objectId);
+    [[nodiscard]] bool hasValue(MeroId objectId) const { return values.contains(objectId); }
+    void clearValues();
+
+    /// Sum over this instance and those attached to it, for one object or with `MeroNoId` for all. Nothing
+    /// for a collected instance.
+    [[nodiscard]] std::optional<double> sumFirstValues(MeroId objectId);
+    /// As the first; nothing also if the first value of the instance has no second one, since an instance
+    /// records second values for all its objects or for none.
+    [[nodiscard]] std::optional<double> sumSecondValues(MeroId objectId);
+    void invalidateSums();
+
+    /// Attaches an instance, which isn't owned, so that its sums count here. False for one that is collected
+    /// elsewhere.
+    bool addChild(MeroAgentSubProcessInstance& child);
+    /// False if it isn't attached here.
+    bool removeChild(MeroAgentSubProcessInstance& child);
+    [[nodiscard]] bool hasChild(const MeroAgentSubProcessInstance& child) const {
+        return child.parent == this;
+    }
+    /// Instance to which this one is attached; null for none.
+    [[nodiscard]] MeroAgentSubProcessInstance* getParent() const { return parent; }
+    /// Lets go of the instances that are attached here.
+    void releaseChildren();
+
+private:
+    MeroAgentObjectValue& valueFor(MeroId objectId);
+    template <class Part, class SumOfChild>
+    double sumOver(MeroId objectId, Part part, SumOfChild sumOfChild);
+
+    SV::String key;
+    MeroId modelId;
+    MeroPath callPath;
+    MeroAgentSubProcessInstance* collector;
+    MeroAgentSubProcessInstance* parent = nullptr;
+    Values values;
+    std::vector<MeroAgentSubProcessInstance*> children;  ///< in the order of attaching
+    std::optional<double> firstSum;                      ///< over all objects, while it holds
+    std::optional<double> secondSum;
+};

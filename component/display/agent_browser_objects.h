@@ -1,0 +1,51 @@
+#pragma once
+
+#include <memory>
+#include <unordered_map>
+
+#include "component/host/browser_objects.h"
+
+#include "component/results/result_item.h"
+
+/// The table of numeric results: one column for each measure, one row for each path of objects; the tree of
+/// rows is the tree of the paths. Rows are numbered 1., 1.1., 1.1.2. with the object's label behind the
+/// number.
+class MeroAgentBrowserObjects : public MeroShrinkExpandBrowserObjects {
+public:
+    MeroAgentBrowserObjects();
+    ~MeroAgentBrowserObjects() override;
+
+    /// Sets a cell; the row, and those of all beginnings of the path, are made if they aren't there, with
+    /// `emptyCellText` in their cells. False, and an internal error, if that fails.
+    bool setCell(int column, MeroPathView path, const SV::String& text, const SV::String& emptyCellText);
+    /// Forgets which path has which row; the rows stay.
+    void clearRowIndex();
+    /// Name of an object with its model in brackets, or name and version of a model; "?" if the repository
+    /// doesn't tell.
+    [[nodiscard]] static SV::String getObjectLabel(MeroId id);
+
+private:
+    struct Row {
+        MeroPath path;
+        MeroId rowId;
+        SV::String numberText;
+        int nextChildNumber;
+    };
+    struct PathHash {
+        using is_transparent = void;
+        std::size_t operator()(MeroPathView path) const { return hashOfPath(path); }
+    };
+    struct PathEqual {
+        using is_transparent = void;
+        bool operator()(MeroPathView left, MeroPathView right) const;
+    };
+
+    [[nodiscard]] Row* findRow(MeroPathView path);
+    /// Null if the row can't be made.
+    Row* createRow(MeroPathView path, const SV::String& emptyCellText);
+    [[nodiscard]] const SV::String& labelOf(MeroId id);
+
+    std::unordered_map<MeroPath, std::unique_ptr<Row>, PathHash, PathEqual> rowIndex;
+    std::unordered_map<MeroId, SV::String> labels;
+    int nextRootNumber = 1;
+};

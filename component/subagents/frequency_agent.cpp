@@ -1,0 +1,282 @@
+#include "component/subagents/frequency_agent.h"
+
+#include <array>
+
+#include "component/host/basic_services.h"
+#include "component/host/repository.h"
+#include "component/host/sv_boxes.h"
+
+#include "component/agents/keyword_flags.h"
+#include "component/management/general_services.h"
+
+namespace {
+
+constexpr SV::ResId DefaultName{0x2004EAC};
+constexpr SV::ResId AmbiguousChoice{0x200517C};
+
+/// What one execution or call counts.
+constexpr double OnePass = 1.0;
+
+}  // namespace
+
+struct MeroFrequencyAgent::FlagKeyword {
+    using Entry = MeroKeywordFlag<MeroFrequencyAgent>;
+
+    static constexpr std::array Options{
+        Entry{"hide-mode", &MeroFrequencyAgent::showMode, false},
+        Entry{"lock-mode", &MeroFrequencyAgent::enableMode, false},
+        Entry{"ignore-not-executed-objects", &MeroFrequencyAgent::includeNotExecuted, false},
+        Entry{"hide-ignore", &MeroFrequencyAgent::showIgnore, false},
+        Entry{"lock-ignore", &MeroFrequencyAgent::enableIgnore, false},
+    };
+};
+
+MeroFrequencyAgent::MeroFrequencyAgent() {
+    agentType = AgentTypeFrequency;
+    MeroFrequencyAgent::registerObservedClasses();
+}
+
+void MeroFrequencyAgent::registerObservedClasses() {
+    observeClass(CoreActivity);
+    observeClass(CoreCall);
+}
+
+// Definition
+
+int MeroFrequencyAgent::setDefaultValues() {
+    setCommonDefaultValues({.path = true, .volume = true, .staticWorkLoad = true, .nonStaticWorkLoad = true},
+                           SV::String(DefaultName));
+    valueKind = 3;
+    scopeObjects = true;
+    scopeAllObjects = false;
+    absoluteMode = false;
+    showMode = true;
+    enableMode = true;
+    includeNotExecuted = false;
+    showIgnore = true;
+    enableIgnore = true;
+    return StatusOk;
+}
+
+int MeroFrequencyAgent::readDefinition(MeroKilnParser* parser) {
+    const int status = MeroEventProcessingAgent::readDefinition(parser);
+    if (parser == nullptr) {
+        return status;
+    }
+    const bool absolute = parser->IsContained("absolute");
+    const bool relative = parser->IsContained("relative");
+    absoluteMode = absolute && !relative;
+    if (absolute == relative) {
+        const MeroWaitPause pause;
+        MeroInfoBox(SV::GetpApp()->GetAppWindow(), SV::String(AmbiguousChoice)).Execute();
+    }
+    readKeywordFlags<MeroFrequencyAgent>(*parser, *this, FlagKeyword::Options);
+    return status;
+}
+
+SV::String& MeroFrequencyAgent::getDefinitionText(SV::String& text) {
+    MeroEventProcessingAgent::getDefinitionText(text);
+    text += absoluteMode ? "\n absolute" : "\n relative";
+    appendKeywordFlags<MeroFrequencyAgent>(text, *this, FlagKeyword::Options, MeroSectionLineStart);
+    return text;
+}
+
+bool MeroFrequencyAgent::isEqualToDefinition(const MeroKilnParser& parser) {
+    const bool otherMode = parser.IsContained(absoluteMode ? "relative" : "absolute");
+    const bool otherRows = parser.IsContained("ignore-not-executed-objects") && includeNotExecuted;
+    return MeroEventProcessingAgent::isEqualToDefinition(parser) && !otherMode && !otherRows;
+}
+
+// Preparation
+
+MeroFrequencyAgent::ResultSetTraits MeroFrequencyAgent::getResultSetTraits() const {
+    return {ValueTypeAbsolute, absoluteMode ? ResultModeSum : ResultModeMean};
+}
+
+int MeroFrequencyAgent::prepareRun(int analysis) {
+    notExecuted.clear();
+    return MeroMeasuringAgent::prepareRun(analysis);
+}
+
+int MeroFrequencyAgent::objectsEvaluated() {
+    if (includeNotExecuted && !scopeObjects) {
+        notExecuted.add(modelId, {});
+    }
+    return includeNotExecuted && scopeObjects && !scopeAllObjects ? expectActivities() : StatusOk;
+}
+
+int MeroFrequencyAgent::objectsExtended() {
+    return includeNotExecuted && scopeObjects && scopeAllObjects ? expectActivities() : StatusOk;
+}
+
+int MeroFrequencyAgent::expectActivities() {
+    auto& repository = MeroCoreModelingManager::GetGlobal()->enhanced();
+    for (const MeroId id : observedObjects) {
+        bool isActivity = false;
+        const int code = repository.instanceOf(Mero_GetCoreVar(CoreActivity), id, isActivity);
+        if (code != RepositoryOk && code != RepositoryClassUnknown) {
+            displayErrorMessage("aeasubag", __LINE__);
+            return StatusRepositoryError;
+        }
+        if (code == RepositoryOk && isActivity) {
+            notExecuted.add(id, {});
+        }
+    }
+    return StatusOk;
+}
+
+// Measuring
+
+void MeroFrequencyAgent::markExecuted(MeroId id) {
+    if (!notExecuted.empty()) {
+        notExecuted.erase(id);
+    }
+}
+
+void MeroFrequencyAgent::countOwnModel(MeroAgentProcessInstance& process, const SV::String& instanceKey,
+                                       MeroId model) const {
+    if (model == modelId && process.getValue(instanceKey, model) == nullptr) {
+        process.addFirstValue(instanceKey, model, OnePass, MeroValueUse::Replace);
+    }
+}
+
+int MeroFrequencyAgent::startSubProcess(const MeroSimEvent& event) {
+    SV::String callerKey;
+    SV::String mainKey;
+    SV::String calledKey;
+    MeroId calledModel = MeroNoId;
+    MeroId callingObject = MeroNoId;
+    event.getInstanceKey(&callerKey);
+    event.getCalledModelId(&calledModel);
+    event.getMainInstanceKey(&mainKey);
+    event.getCallingObjectId(&callingObject);
+    bool isOwnModel = false;
+    if (!isInObservedScope(calledModel, callingObject, mainKey, callerKey, isOwnModel)) {
+        return EventHandled;
+    }
+    double time = 0.0;
+    if (!readTime(event, time)) {
+        return EventTimeOutOfRange;
+    }
+    if (!isInWorkingTime(time)) {
+        instances.erase(mainKey);
+        return EventHandled;
+    }
+    event.getCalledInstanceKey(&calledKey);
+    if (!isOwnModel) {
+        countCall(event, mainKey, callerKey, calledKey, calledModel);
+    } else if (!addProcessInstance(modelId, calledKey, mainKey, time)) {
+        return EventHandled;
+    }
+    markExecuted(calledModel);
+    return EventHandled;
+}
+
+void MeroFrequencyAgent::countCall(const MeroSimEvent& event, const SV::String& mainKey,
+                                   const SV::String& callerKey, const SV::String& calledKey,
+                                   MeroId calledModel) {
+    MeroAgentProcessInstance* const process = findInstance(mainKey);
+    if (process == nullptr) {
+        return;
+    }
+    MeroId model = MeroNoId;
+    event.getModelId(&model);
+    countOwnModel(*process, callerKey, model);
+    const MeroPlacement placement = classifyObject(modelId, calledModel);
+    if (placement == MeroPlacement::UnderObject ||
+        (placement == MeroPlacement::UnderCaller && model == modelId)) {
+        process->addSubProcess(calledKey, callerKey, calledModel, MeroCollecting::ByItself);
+        process->addFirstValue(calledKey, calledModel, OnePass, MeroValueUse::Accumulate);
+    }
+}
+
+int MeroFrequencyAgent::measure(const MeroSimEvent& event) {
+    return event.code == EventWorkStart ? countPass(event) : EventHandled;
+}
+
+int MeroFrequencyAgent::countPass(const MeroSimEvent& event) {
+    MeroId object = MeroNoId;
+    event.getObjectId(&object);
+    if (!observedObjects.contains(object)) {
+        return EventHandled;
+    }
+    SV::String mainKey;
+    SV::String instanceKey;
+    event.getMainInstanceKey(&mainKey);
+    event.getInstanceKey(&instanceKey);
+    MeroAgentProcessInstance* const process = findInstance(mainKey);
+    MeroAgentSubProcessInstance* const collector =
+        process != nullptr ? process->getCollector(instanceKey) : nullptr;
+    if (collector == nullptr) {
+        return EventHandled;
+    }
+    double time = 0.0;
+    if (!readTime(event, time)) {
+        return EventTimeOutOfRange;
+    }
+    if (!isInWorkingTime(time)) {
+        return EventHandled;
+    }
+    MeroId model = MeroNoId;
+    event.getModelId(&model);
+    if (model == modelId && !collector->hasValue(model)) {
+        collector->addFirstValue(model, OnePass, MeroValueUse::Replace);
+    }
+    if (classifyObject(modelId, model) == MeroPlacement::UnderObject) {
+        collector->addFirstValue(object, OnePass, MeroValueUse::Accumulate);
+    }
+    markExecuted(object);
+    return EventHandled;
+}
+
+// Results
+
+void MeroFrequencyAgent::emitInstance(MeroAgentProcessInstance& process, double abscissa) {
+    for (auto& [key, instance] : process.getInstances()) {
+        for (const auto& [object, value] : instance->getValues()) {
+            const bool counts = !scopeObjects || object == modelId;
+            resultSet->addValue({.objectId = object,
+                                 .path = scopeObjects ? pathOfObject(*instance, object)
+                                                      : MeroPathView(instance->getCallPath()),
+                                 .itemKey = object,
+                                 .value = value.value,
+                                 .time = abscissa,
+                                 .count = finishedProcesses,
+                                 .sourceAgentType = counts ? 1 : 0});
+        }
+    }
+}
+
+MeroAgentResultSet* MeroFrequencyAgent::getResultSet([[maybe_unused]] const MeroResultRequest& request) {
+    if (resultSet == nullptr) {
+        return nullptr;
+    }
+    const MeroWaitCursor wait;
+    notExecuted.sortBy(std::less<>{});
+    for (const auto& [id, nothing] : notExecuted) {
+        if (!addRowOfNotExecuted(id)) {
+            return nullptr;
+        }
+    }
+    if (!absoluteMode) {
+        resultSet->setDivisor(finishedProcesses);
+    }
+    return resultSet.get();
+}
+
+bool MeroFrequencyAgent::addRowOfNotExecuted(MeroId id) {
+    MeroId model = MeroNoId;
+    const int code = MeroCoreModelingManager::GetGlobal()->enhanced().getModelOfInstance(id, model);
+    if (code != RepositoryOk && code != RepositoryClassUnknown) {
+        displayErrorMessage("aeasubag", __LINE__);
+        return false;
+    }
+    const MeroPath path = code == RepositoryOk ? MeroPath{model, id} : MeroPath{id};
+    return resultSet->addValue({.objectId = id,
+                                .path = path,
+                                .itemKey = id,
+                                .value = 0.0,
+                                .count = DivisorKept,
+                                .history = MeroHistoryUse::Left,
+                                .sourceAgentType = 0});
+}

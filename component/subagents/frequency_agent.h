@@ -1,0 +1,48 @@
+#pragma once
+
+#include <variant>
+
+#include "component/agents/measuring_agent.h"
+
+/// Counts how often objects are executed and sub-processes are called: in absolute numbers, or relative to
+/// the number of finished process instances. Always on a process model, in all four analyses.
+class MeroFrequencyAgent : public MeroMeasuringAgent {
+public:
+    MeroFrequencyAgent();
+
+    int readDefinition(MeroKilnParser* parser) override;
+    SV::String& getDefinitionText(SV::String& text) override;
+    int setDefaultValues() override;
+    [[nodiscard]] bool isEqualToDefinition(const MeroKilnParser& parser) override;
+    MeroAgentResultSet* getResultSet(const MeroResultRequest& request) override;
+    int prepareRun(int analysis) override;
+
+private:
+    struct FlagKeyword;
+
+    void registerObservedClasses() override;
+    [[nodiscard]] ResultSetTraits getResultSetTraits() const override;
+    int objectsEvaluated() override;
+    int objectsExtended() override;
+    int startSubProcess(const MeroSimEvent& event) override;
+    int measure(const MeroSimEvent& event) override;
+    void emitInstance(MeroAgentProcessInstance& process, double abscissa) override;
+
+    void countCall(const MeroSimEvent& event, const SV::String& mainKey, const SV::String& callerKey,
+                   const SV::String& calledKey, MeroId calledModel);
+    int countPass(const MeroSimEvent& event);
+    /// Counts a run of the agent's own model once, however many objects it passes.
+    void countOwnModel(MeroAgentProcessInstance& process, const SV::String& instanceKey, MeroId model) const;
+    int expectActivities();
+    void markExecuted(MeroId id);
+    bool addRowOfNotExecuted(MeroId id);
+
+    bool absoluteMode = false;
+    bool showMode = true;
+    bool enableMode = true;
+    bool includeNotExecuted = false;
+    bool showIgnore = true;
+    bool enableIgnore = true;
+    /// Observed objects that haven't run yet.
+    MeroKeyedTable<MeroId, std::monostate> notExecuted;
+};
