@@ -1,0 +1,452 @@
+#include "platform/engine/process_graph.h"
+
+#include <algorithm>
+#include <array>
+#include <fmt/format.h>
+#include <unordered_map>
+#include <utility>
+
+#include "component/host/core_time.h"
+
+namespace mero {
+
+namespace {
+
+struct FlowClasses {
+    MeroId sequence = MeroNoId;
+    MeroId attachment = MeroNoId;
+};
+
+MeroId relationClassId(const Library& library, std::string_view name) {
+    const Library::RelationClass* found = library.findRelationClass(ClassCodeProcessLibrary, name);
+    return found != nullptr ? found->id : MeroNoId;
+}
+
+LoopKind loopKindOf(std::string_view word) {
+    constexpr std::array Words = {std::pair{std::string_view("standard"), LoopKind::Standard},
+                                  std::pair{std::string_view("parallel"), LoopKind::Parallel},
+                                  std::pair{std::string_view("sequential"), LoopKind::Sequential}};
+    const auto* const found =
+        std::find_if(Words.begin(), Words.end(), [&](const auto& each) { return each.first == word; });
+    return found != Words.end() ? found->second : LoopKind::None;
+}
+
+EventKind eventKindOf(std::string_view word) {
+    constexpr std::array Words = {std::pair{std::string_view("timer"), EventKind::Timer},
+                                  std::pair{std::string_view("error"), EventKind::Error},
+                                  std::pair{std::string_view("cancel"), EventKind::Cancel},
+                                  std::pair{std::string_view("terminate"), EventKind::Terminate}};
+    const auto* const found =
+        std::find_if(Words.begin(), Words.end(), [&](const auto& each) { return each.first == word; });
+    return found != Words.end() ? found->second : EventKind::Plain;
+}
+
+}  // namespace
+
+class GraphCompiler {
+public:
+    GraphCompiler(const Repository& compiledRepository, TimeBase base)
+        : repository(compiledRepository), library(compiledRepository.library()), timeBase(base) {
+        flowClasses = {relationClassId(library, "Sequence flow"), relationClassId(library, "Attached to")};
+    }
+
+    Result<ProcessGraph> compile(std::span<const MeroId> mainModels) {
+        for (const MeroId id : mainModels) {
+            const Model* model = repository.findModel(id);
+            if (model == nullptr || !isSimulatable(*model)) {
+                return Error{model == nullptr
+                                 ? fmt::format("there is no model #{}", id)
+                                 : fmt::format("model \"{}\" isn't a process that can be simulated",
+                                               model->name.view())};
+            }
+            graph.mains.push_back(indexOf(*model));
+        }
+        while (waiting.size() > graph.compiled.size()) {
+            compileModel(*waiting[graph.compiled.size()]);
+        }
+        if (failure) {
+            return *failure;
+        }
+        return std::move(graph);
+    }
+
+private:
+    [[nodiscard]] bool isSimulatable(const Model& model) const {
+        const Library::ModelType& type = library.modelTypes()[model.type];
+        return type.simulatable && type.classId == ClassCodeProcessModel;
+    }
+
+    [[nodiscard]] bool isOf(const Object& object, MeroCoreVarType core) const {
+        return library.isSubClassOf(library.coreVariable(core), object.classId);
+    }
+
+    /// Index that the model has or will have.
+    std::uint32_t indexOf(const Model& model) {
+        const auto [place, added] = indices.try_emplace(model.id, static_cast<std::uint32_t>(waiting.size()));
+        if (added) {
+            waiting.push_back(&model);
+        }
+        return place->second;
+    }
+
+    void compileModel(const Model& source) {
+        ProcessModel model;
+        model.id = source.id;
+        model.name = source.name.view();
+        model.firstNode = graph.nodes;
+        nodeOfObject.clear();
+        for (const MeroId id : source.objects) {
+            const Object* object = repository.findObject(id);
+            if (isOf(*object, CoreFlowNode)) {
+                nodeOfObject.emplace(id, static_cast<std::uint32_t>(model.nodes.size()));
+                model.nodes.push_back(makeNode(model, *object));
+            }
+        }
+        addFlows(model);
+        addBoundaries(model);
+        addRules(model);
+        addStarts(model);
+        for (ProcessNode& node : model.nodes) {
+            if (node.join == JoinRule::Inclusive) {
+                addReach(model, node);
+            }
+        }
+        graph.nodes += static_cast<std::uint32_t>(model.nodes.size());
+        graph.compiled.push_back(std::move(model));
+    }
+
+    ProcessNode makeNode(const ProcessModel& model, const Object& object) {
+        ProcessNode node;
+        node.objectId = object.id;
+        node.classId = object.classId;
+        node.streamName =
+            fmt::format("{}/{}/{}", model.name, library.findClass(object.classId)->name, object.name.view());
+        if (isOf(object, CoreActivity)) {
+            makeActivity(model, object, node);
+        } else if (isOf(object, CoreCall)) {
+            makeCall(model, object, node);
+        } else if (isOf(object, CoreStartEvent)) {
+            node.kind = NodeKind::Start;
+            node.chance = std::max(0.0, repository.numberOf(object, "Quantity"));
+        } else if (isOf(object, CoreEndEvent)) {
+            node.kind = NodeKind::End;
+        } else if (isOf(object, CoreIntermediateEvent)) {
+            node.kind = NodeKind::Intermediate;
+            node.work = readDuration(model, object, {});
+            node.interrupting = repository.numberOf(object, "Interrupting") != 0.0;
+            node.chance = repository.numberOf(object, "Probability");
+        }
+        node.event = eventKindOf(repository.textOf(object, "Event kind").view());
+        return node;
+    }
+
+    void makeActivity(const ProcessModel& model, const Object& object, ProcessNode& node) {
+        node.kind = NodeKind::Activity;
+        node.work = readDuration(model, object, "Execution time");
+        node.waitingTime = readTime(model, object, "Waiting time");
+        node.timeAfterwards =
+            readTime(model, object, "Resting time") + readTime(model, object, "Transport time");
+        readLoop(object, node);
+    }
+
+    void makeCall(const ProcessModel& model, const Object& object, ProcessNode& node) {
+        const SV::String target = repository.textOf(object, "Referenced model");
+        const Model* called = target.IsEmpty() ? nullptr : repository.findModel(target.view());
+        readLoop(object, node);
+        if (called != nullptr && isSimulatable(*called)) {
+            node.kind = NodeKind::Call;
+            node.calledModel = indexOf(*called);
+            return;
+        }
+        node.kind = NodeKind::Activity;
+        report(model, object,
+               called == nullptr ? "calls no model that is there, and counts as a task"
+                                 : "calls a model that can't be simulated, and counts as a task");
+    }
+
+    void readLoop(const Object& object, ProcessNode& node) {
+        node.loop = loopKindOf(repository.textOf(object, "Loop").view());
+        node.loopMaximum =
+            static_cast<std::uint32_t>(std::max(0.0, repository.numberOf(object, "Loop maximum")));
+        node.loopProbability = repository.numberOf(object, "Loop probability");
+    }
+
+    Duration readDuration(const ProcessModel& model, const Object& object, std::string_view timeAttribute) {
+        const SV::String text = repository.textOf(object, "Duration");
+        if (text.IsEmpty()) {
+            return {timeAttribute.empty() ? 0.0 : readTime(model, object, timeAttribute), Duration::Fixed};
+        }
+        Result<Distribution> distribution = Distribution::parse(text.view());
+        if (!distribution) {
+            refuse(model, object, "Duration", distribution.error().text);
+            return {};
+        }
+        graph.distributions.push_back(std::move(distribution.value()));
+        return {0.0, static_cast<std::uint32_t>(graph.distributions.size() - 1)};
+    }
+
+    double readTime(const ProcessModel& model, const Object& object, std::string_view attribute) {
+        const SV::String text = repository.textOf(object, attribute);
+        if (text.IsEmpty()) {
+            return 0.0;
+        }
+        if (!MeroCoreTime::isTime(text)) {
+            refuse(model, object, attribute, fmt::format("\"{}\" isn't a time", text.view()));
+            return 0.0;
+        }
+        MeroCoreTime time;
+        time.setBase(timeBase.daysPerYear, timeBase.hoursPerDay);
+        return time._s2d(text);
+    }
+
+    void addFlows(ProcessModel& model) {
+        for (ProcessNode& node : model.nodes) {
+            node.firstFlow = static_cast<std::uint32_t>(model.flows.size());
+            for (const MeroId id : repository.relationsFrom(node.objectId)) {
+                const Relation* relation = repository.findRelation(id);
+                const auto target = nodeOfObject.find(relation->to);
+                if (relation->classId == flowClasses.sequence && target != nodeOfObject.end()) {
+                    model.flows.push_back({target->second, model.nodes[target->second].slotCount++,
+                                           repository.numberOf(*relation, "Probability"),
+                                           repository.numberOf(*relation, "Default") != 0.0});
+                }
+            }
+            node.flowCount = static_cast<std::uint32_t>(model.flows.size()) - node.firstFlow;
+        }
+        for (ProcessNode& node : model.nodes) {
+            node.firstSlot = model.slotCount;
+            model.slotCount += node.slotCount;
+        }
+        for (ProcessFlow& flow : model.flows) {
+            flow.slot += model.nodes[flow.target].firstSlot;
+        }
+    }
+
+    void addBoundaries(ProcessModel& model) {
+        for (ProcessNode& host : model.nodes) {
+            host.firstBoundary = static_cast<std::uint32_t>(model.boundaries.size());
+            for (const MeroId id : repository.relationsTo(host.objectId)) {
+                const Relation* relation = repository.findRelation(id);
+                const auto place = nodeOfObject.find(relation->from);
+                if (relation->classId != flowClasses.attachment || place == nodeOfObject.end() ||
+                    model.nodes[place->second].kind != NodeKind::Intermediate) {
+                    continue;
+                }
+                model.nodes[place->second].kind = NodeKind::Boundary;
+                if (host.kind == NodeKind::Activity || host.kind == NodeKind::Call) {
+                    model.boundaries.push_back(place->second);
+                } else {
+                    report(model, *repository.findObject(relation->from),
+                           "is attached to an object that isn't an activity, and never fires");
+                }
+            }
+            host.boundaryCount = static_cast<std::uint32_t>(model.boundaries.size()) - host.firstBoundary;
+        }
+    }
+
+    void addRules(ProcessModel& model) {
+        for (ProcessNode& node : model.nodes) {
+            const Object& object = *repository.findObject(node.objectId);
+            if (isOf(object, CoreParallelGateway)) {
+                node.join = node.slotCount > 1 ? JoinRule::All : JoinRule::Merge;
+            } else if (isOf(object, CoreInclusiveGateway)) {
+                node.join = node.slotCount > 1 ? JoinRule::Inclusive : JoinRule::Merge;
+                node.split = SplitRule::Some;
+            } else if (isOf(object, CoreExclusiveGateway)) {
+                node.split = SplitRule::One;
+            } else if (isOf(object, CoreEventBasedGateway)) {
+                node.split = splitOfRace(model, node);
+            } else {
+                node.split = splitWithoutGateway(model, node);
+            }
+            shareProbabilities(model, node, object);
+        }
+    }
+
+    /// Chances given on the flows decide where no target says how long it waits.
+    static SplitRule splitOfRace(const ProcessModel& model, const ProcessNode& node) {
+        const auto flows = model.flowsOf(node);
+        const bool timed = std::any_of(flows.begin(), flows.end(), [&](const ProcessFlow& flow) {
+            return !model.nodes[flow.target].work.isZero();
+        });
+        return timed ? SplitRule::Race : SplitRule::One;
+    }
+
+    static SplitRule splitWithoutGateway(const ProcessModel& model, const ProcessNode& node) {
+        double sum = 0.0;
+        for (const ProcessFlow& flow : model.flowsOf(node)) {
+            sum += std::max(0.0, flow.probability);
+        }
+        if (node.flowCount < 2 || sum <= 0.0) {
+            return SplitRule::All;
+        }
+        return sum <= 1.0 + Tolerance ? SplitRule::One : SplitRule::Some;
+    }
+
+    void shareProbabilities(ProcessModel& model, const ProcessNode& node, const Object& object) {
+        if (node.split != SplitRule::One && node.split != SplitRule::Some) {
+            return;
+        }
+        const auto flows = std::span(model.flows).subspan(node.firstFlow, node.flowCount);
+        double sum = 0.0;
+        std::size_t missing = 0;
+        ProcessFlow* defaultFlow = nullptr;
+        for (ProcessFlow& flow : flows) {
+            if (flow.probability < 0.0 || flow.probability > 1.0) {
+                report(model, object, "has an outgoing flow whose probability isn't between 0 and 1");
+                flow.probability = std::clamp(flow.probability, 0.0, 1.0);
+            }
+            sum += flow.probability;
+            missing += flow.probability == 0.0 ? 1 : 0;
+            defaultFlow = flow.isDefault ? &flow : defaultFlow;
+        }
+        if (node.split == SplitRule::Some && node.kind != NodeKind::Gateway) {
+            // A flow without a condition is always taken.
+            for (ProcessFlow& flow : flows) {
+                flow.probability = flow.probability == 0.0 && !flow.isDefault ? 1.0 : flow.probability;
+            }
+            return;
+        }
+        const double rest = std::max(0.0, 1.0 - sum);
+        if (missing != 0) {
+            for (ProcessFlow& flow : flows) {
+                flow.probability =
+                    flow.probability == 0.0 ? rest / static_cast<double>(missing) : flow.probability;
+            }
+        } else if (defaultFlow != nullptr && node.split == SplitRule::One) {
+            defaultFlow->probability += rest;
+        }
+        if (node.split == SplitRule::One) {
+            normalise(model, flows, object);
+        }
+    }
+
+    void normalise(const ProcessModel& model, std::span<ProcessFlow> flows, const Object& object) {
+        double sum = 0.0;
+        for (const ProcessFlow& flow : flows) {
+            sum += flow.probability;
+        }
+        if (flows.empty() || sum <= 0.0) {
+            return;
+        }
+        if (sum > 1.0 + Tolerance || sum < 1.0 - Tolerance) {
+            report(model, object,
+                   fmt::format("has probabilities that make up {}, and are taken in proportion", sum));
+        }
+        for (ProcessFlow& flow : flows) {
+            flow.probability /= sum;
+        }
+    }
+
+    void addStarts(ProcessModel& model) {
+        for (std::uint32_t index = 0; index < model.nodes.size(); ++index) {
+            if (model.nodes[index].kind == NodeKind::Start) {
+                model.startNodes.push_back(index);
+            }
+        }
+        if (!model.startNodes.empty()) {
+            return;
+        }
+        model.startsEverywhere = true;
+        for (std::uint32_t index = 0; index < model.nodes.size(); ++index) {
+            if (model.nodes[index].slotCount == 0 && model.nodes[index].kind != NodeKind::Boundary) {
+                model.startNodes.push_back(index);
+            }
+        }
+        if (model.nodes.empty()) {
+            report(model, "is empty: its instances end as soon as they begin");
+        } else if (model.startNodes.empty()) {
+            report(model, "has no object at which it could start: its instances end as soon as they begin");
+        } else {
+            report(model, "has no start event: it starts at all objects that nothing leads to");
+        }
+    }
+
+    /// Backwards from each incoming flow of the join; the join itself is never passed.
+    void addReach(ProcessModel& model, ProcessNode& join) {
+        if (join.slotCount > 64) {
+            report(model, *repository.findObject(join.objectId),
+                   "has more than 64 incoming flows, and doesn't wait for them");
+            join.join = JoinRule::Merge;
+            return;
+        }
+        const auto joinIndex = static_cast<std::uint32_t>(&join - model.nodes.data());
+        const std::vector<std::vector<std::uint32_t>> predecessors = predecessorsOf(model);
+        std::vector<std::uint64_t> bits(model.nodes.size(), 0);
+        std::vector<std::uint32_t> pending;
+        for (std::uint32_t source = 0; source < model.nodes.size(); ++source) {
+            for (const ProcessFlow& flow : model.flowsOf(model.nodes[source])) {
+                if (flow.target == joinIndex && source != joinIndex) {
+                    spread(predecessors, std::uint64_t{1} << (flow.slot - join.firstSlot), source, joinIndex,
+                           bits, pending);
+                }
+            }
+        }
+        join.reach = static_cast<std::uint32_t>(model.reach.size());
+        model.reach.push_back(std::move(bits));
+        model.inclusiveJoins.push_back(joinIndex);
+    }
+
+    static void spread(const std::vector<std::vector<std::uint32_t>>& predecessors, std::uint64_t bit,
+                       std::uint32_t from, std::uint32_t joinIndex, std::vector<std::uint64_t>& bits,
+                       std::vector<std::uint32_t>& pending) {
+        pending.assign(1, from);
+        while (!pending.empty()) {
+            const std::uint32_t node = pending.back();
+            pending.pop_back();
+            if (node == joinIndex || (bits[node] & bit) != 0) {
+                continue;
+            }
+            bits[node] |= bit;
+            pending.insert(pending.end(), predecessors[node].begin(), predecessors[node].end());
+        }
+    }
+
+    /// Hosts count as predecessors of their boundary events.
+    static std::vector<std::vector<std::uint32_t>> predecessorsOf(const ProcessModel& model) {
+        std::vector<std::vector<std::uint32_t>> predecessors(model.nodes.size());
+        for (std::uint32_t source = 0; source < model.nodes.size(); ++source) {
+            for (const ProcessFlow& flow : model.flowsOf(model.nodes[source])) {
+                predecessors[flow.target].push_back(source);
+            }
+            for (const std::uint32_t boundary : model.boundariesOf(model.nodes[source])) {
+                predecessors[boundary].push_back(source);
+            }
+        }
+        return predecessors;
+    }
+
+    void refuse(const ProcessModel& model, const Object& object, std::string_view attribute,
+                std::string_view reason) {
+        if (!failure) {
+            failure = Error{fmt::format("model \"{}\", object \"{}\", {}: {}", model.name, object.name.view(),
+                                        attribute, reason)};
+        }
+    }
+    void report(const ProcessModel& model, const Object& object, std::string_view what) {
+        graph.oddities.push_back(
+            fmt::format("model \"{}\": \"{}\" {}", model.name, object.name.view(), what));
+    }
+    void report(const ProcessModel& model, std::string_view what) {
+        graph.oddities.push_back(fmt::format("model \"{}\" {}", model.name, what));
+    }
+
+    static constexpr double Tolerance = 1e-6;
+
+    const Repository& repository;
+    const Library& library;
+    TimeBase timeBase;
+    FlowClasses flowClasses;
+    ProcessGraph graph;
+    std::vector<const Model*> waiting;
+    std::unordered_map<MeroId, std::uint32_t> indices;
+    std::unordered_map<MeroId, std::uint32_t> nodeOfObject;
+    std::optional<Error> failure;
+};
+
+Result<ProcessGraph> ProcessGraph::compile(const Repository& repository, std::span<const MeroId> mainModels,
+                                           TimeBase base) {
+    return GraphCompiler(repository, base).compile(mainModels);
+}
+
+}  // namespace mero
