@@ -19,10 +19,10 @@ public:
         MeroId id;
         std::string name;
         MeroCoreAttributeType type;
-        std::string defaultText;               ///< default of text-like attributes
-        double defaultNumber = 0.0;            ///< default of integers and doubles
-        std::vector<std::string> enumeration;  ///< words of an enumeration
-        bool holdsAgentText = false;           ///< limited to 3600 code points
+        std::string defaultText = {};               ///< default of text-like attributes
+        double defaultNumber = 0.0;                 ///< default of integers and doubles
+        std::vector<std::string> enumeration = {};  ///< words of an enumeration
+        bool holdsAgentText = false;                ///< limited to 3600 code points
     };
     struct Class {
         MeroId id;
@@ -67,6 +67,9 @@ public:
 
     /// A class counts as a sub-class of itself; false for unknown classes.
     [[nodiscard]] bool isSubClassOf(MeroId superClassId, MeroId classId) const;
+    /// All classes below, over all levels, without itself, ascending; none for an unknown class.
+    [[nodiscard]] std::span<const MeroId> subClassesOf(MeroId classId) const;
+    /// Own and inherited attributes.
     [[nodiscard]] bool hasAttribute(MeroId classId, MeroId attributeId) const;
     /// Own and inherited, base class first, each class's in the order of the library.
     [[nodiscard]] std::vector<const Attribute*> attributesOf(MeroId classId) const;

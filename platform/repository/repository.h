@@ -21,6 +21,9 @@ using AttributeValue = std::variant<SV::String, std::int32_t, double>;
 /// Values that differ from their attributes' defaults, in ascending order of attribute.
 using AttributeValues = std::vector<std::pair<MeroId, AttributeValue>>;
 
+/// The stored value of an attribute; null if it has its default.
+[[nodiscard]] const AttributeValue* findValue(const AttributeValues& values, MeroId attributeId);
+
 struct Relation {
     MeroId id = MeroNoId;
     MeroId classId = MeroNoId;
@@ -51,11 +54,13 @@ struct Model {
 
 /// Models, objects and relations in memory, with indices for every look-up that a run needs: by identifier,
 /// by name, by class in a model, by relation. Changes are checked against the library and the rules of names;
-/// each either happens wholly or is refused. `RepositoryServices` answers the host contract on top of it; the
+/// each either happens wholly or is refused. Access modes bind users of the host contract, not this class.
+/// `RepositoryServices` answers the host contract on top of it; the
 /// stores (`sqlite_store.h`, repository documents) fill and save it.
 class Repository {
 public:
-    /// First identifier of models, objects and relations.
+    /// First identifier of models and objects, which share one space of numbers. Relations count from here in
+    /// a space of their own. No number is given twice, even if its object is removed.
     static constexpr MeroId FirstId = 1000001;
 
     Repository();
@@ -98,12 +103,16 @@ public:
     /// An empty name makes one: the class's name, a blank and the lowest free number.
     Result<MeroId> addObject(MeroId modelId, MeroId classId, const SV::String& name);
     Result<MeroId> addRelation(MeroId relationClassId, MeroId from, MeroId to);
-    /// Checks the value against the type of the attribute (kinds of time, enumeration, number).
+    /// Checks the value against the type of the attribute (time text, word of an enumeration, finite number;
+    /// a whole number stands for a double). Calendars, rules and references are kept as they stand. Setting
+    /// the attribute `Name` renames the object.
     Result<void> setValue(MeroId objectId, MeroId attributeId, const AttributeValue& value);
     Result<void> setRelationValue(MeroId relationId, MeroId attributeId, const AttributeValue& value);
     Result<void> renameObject(MeroId objectId, const SV::String& name);
     Result<void> removeObject(MeroId objectId);  ///< with the relations that begin or end there
     Result<void> removeModel(MeroId modelId);    ///< with its objects and relations
+    /// Whether the model is in memory now. The stores keep what `addModel` said: loading for a run changes no
+    /// file.
     Result<void> setLoaded(MeroId modelId, bool loaded);
     Result<void> setAccess(MeroId modelId, ModelAccess access);
 
