@@ -113,9 +113,9 @@ public:
     virtual int modelsLoaded(const ISortedSet<MeroId>& models, ISortedSet<MeroId>& loaded, MeroId libraryId,
                              bool& allLoaded) = 0;
     /// Models that `modelId` calls, directly and over other models; a model that reaches itself stands in its
-    /// own result. Models that had to be loaded for that are named in `loaded`. `problem` is the first model
-    /// that a call names and that can't be had, else 0. `flag` goes in with the caller's expectation and
-    /// comes out unchanged unless a model had to be opened for writing.
+    /// own result. Models that had to be loaded for that are named in `loaded`. `problem` is the first
+    /// object whose call names no process model, else 0; a call without a name calls nothing. `flag` goes in
+    /// with the caller's expectation and comes out unchanged unless a model had to be opened for writing.
     virtual int computeSubprocesses(MeroId modelId, ISortedSet<MeroId>& subModels, ISortedSet<MeroId>& loaded,
                                     MeroId& problem, ISortedSet<MeroId>& other, bool& flag) = 0;
     /// Adds the sub-process models of `modelId` that are loaded, without loading any. The last argument is
@@ -139,7 +139,8 @@ class MeroCoreMM_References {
 public:
     virtual ~MeroCoreMM_References() = default;
 
-    /// Model that the text of a reference attribute names.
+    /// Model that the text of a reference attribute names, if its class is `modelClassId` (69 for any model)
+    /// or below; 0 allows any as well.
     virtual int getTargetModelID(const SV::String& reference, MeroId modelClassId, MeroId& modelId) = 0;
     /// Models reachable from `modelId` along its model references, without itself unless it is reached again.
     /// A working environment has none.
