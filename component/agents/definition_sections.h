@@ -1,6 +1,7 @@
 #pragma once
 
 #include "component/host/kiln_parser.h"
+
 #include "component/management/general_services.h"
 
 /// True if the parser stands on a super agent's own section.

@@ -10,10 +10,14 @@
 #include "component/host/types.h"
 
 class MeroAtomarAgent;
+class MeroKilnParser;
 class MeroSuperAgent;
 
 /// Longest definition or objects text, in characters.
 inline constexpr std::size_t MeroDefinitionLimit = 3600;
+
+/// Keyword of the elements that name the agents whose results a combining agent uses.
+inline constexpr const char* MeroObservedKeyword = "OBSERVED";
 
 // Error reporting
 
@@ -47,6 +51,15 @@ private:
     bool wasWaiting;
 };
 
+/// Modal boxes on `parent`, or on the application's main window for null. The wait state is off while the box
+/// is open.
+void showErrorBox(const SV::String& text, SV::Window* parent = nullptr);
+void showInfoBox(const SV::String& text, SV::Window* parent = nullptr);
+/// A `BoxAnswer`. Leaves the wait state alone: whether it comes back depends on the answer.
+[[nodiscard]] int askQuestion(const SV::String& text, SV::Window* parent = nullptr);
+/// The parser's own box for what it found.
+void showParseError(const MeroKilnParser& parser);
+
 // Agent types
 
 /// -1 if unknown; compares exactly.
@@ -64,11 +77,17 @@ int getAllSubAgentTypes(std::vector<int>& types);
 /// errors.
 [[nodiscard]] bool isTypeAllowedInModel(int type, MeroId modelId);
 [[nodiscard]] bool isTypeAllowedInLibrary(int type, MeroId libraryClassId);
-/// A sub-agent of the type with its defaults; null if the type is refused for the model.
+/// A sub-agent of the type with its defaults; null if the type is refused for the model, unknown, or not made
+/// by this version, which makes `AgentTypeFrequency` and `AgentTypeSupport`. `createEventAgent` hands on what
+/// isn't event processing.
 [[nodiscard]] std::unique_ptr<MeroAtomarAgent> createEventAgent(int type, MeroId modelId,
                                                                 MeroSuperAgent* owner);
 [[nodiscard]] std::unique_ptr<MeroAtomarAgent> createCombiningAgent(int type, MeroId modelId,
                                                                     MeroSuperAgent* owner);
+
+/// As `createEventAgent`. `status` tells a failure of the repository (15) from a type that can't be had (2).
+[[nodiscard]] std::unique_ptr<MeroAtomarAgent> createSubAgent(int type, MeroId modelId, MeroSuperAgent* owner,
+                                                              int& status);
 
 // Text of repository objects
 
