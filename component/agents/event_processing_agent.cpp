@@ -5,7 +5,6 @@
 
 #include "component/host/basic_services.h"
 #include "component/host/repository.h"
-#include "component/host/sv_boxes.h"
 
 #include "component/agents/history_header.h"
 #include "component/agents/keyword_flags.h"
@@ -23,11 +22,6 @@ constexpr SV::ResId AgentAborted{0x20051B2};
 constexpr SV::ResId RestartMessage{0x20051B4};
 
 const SV::String Quote = "\"";
-
-void showErrorBox(const SV::String& text) {
-    const MeroWaitPause pause;
-    MeroErrorBox(SV::GetpApp()->GetAppWindow(), SV::BoxStyleError, text).Execute(0);
-}
 
 }  // namespace
 

@@ -7,7 +7,6 @@
 
 #include "component/host/basic_services.h"
 #include "component/host/core_variables.h"
-#include "component/host/sv_boxes.h"
 
 #include "component/management/general_services.h"
 
@@ -20,15 +19,10 @@ constexpr SV::ResId OpenFailed{0x20051D7};
 constexpr SV::ResId WriteFailed{0x20051D8};
 constexpr SV::ResId ReadFailed{0x20051D9};
 
-void showBox(const SV::String& text) {
-    const MeroWaitPause pause;
-    MeroErrorBox(SV::GetpApp()->GetAppWindow(), SV::BoxStyleError, text).Execute(0);
-}
-
 void showBoxOfFile(SV::ResId message, const SV::String& fileName) {
     SV::String text(message);
     text.Replace("%s", fileName);
-    showBox(text);
+    showErrorBox(text);
 }
 
 /// Right-aligned in at least `width` places, with a decimal point in every locale.
@@ -153,7 +147,7 @@ bool MeroFileSequenceResult::reopenForAppend() {
 bool MeroFileSequenceResult::openToWrite(const char* mode, const char* endOfBox) {
     file.reset(std::fopen(fileName.GetStr(), mode));
     if (file == nullptr) {
-        showBox(SV::String(OpenFailed) + fileName + SV::String(endOfBox));
+        showErrorBox(SV::String(OpenFailed) + fileName + SV::String(endOfBox));
         return false;
     }
     writing = true;

@@ -4,7 +4,6 @@
 
 #include "component/host/basic_services.h"
 #include "component/host/repository.h"
-#include "component/host/sv_boxes.h"
 
 #include "component/agents/keyword_flags.h"
 #include "component/management/general_services.h"
@@ -67,8 +66,7 @@ int MeroFrequencyAgent::readDefinition(MeroKilnParser* parser) {
     const bool relative = parser->IsContained("relative");
     absoluteMode = absolute && !relative;
     if (absolute == relative) {
-        const MeroWaitPause pause;
-        MeroInfoBox(SV::GetpApp()->GetAppWindow(), SV::String(AmbiguousChoice)).Execute();
+        showInfoBox(SV::String(AmbiguousChoice));
     }
     readKeywordFlags<MeroFrequencyAgent>(*parser, *this, FlagKeyword::Options);
     return status;
