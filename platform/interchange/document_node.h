@@ -4,19 +4,13 @@
 #include <initializer_list>
 #include <nlohmann/json.hpp>
 #include <optional>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
 
-namespace mero {
+#include "platform/interchange/document_refused.h"
 
-/// Thrown by the readers of this folder and caught at their public operations; the text is the place and the
-/// reason.
-class DocumentRefused : public std::runtime_error {
-public:
-    using std::runtime_error::runtime_error;
-};
+namespace mero {
 
 /// A value of a JSON document together with its path ("models[1].objects[3].attributes."Number""), so that
 /// whatever is wrong with it can be told with its place. Every getter throws `DocumentRefused` where the

@@ -1,6 +1,5 @@
 #include "platform/interchange/json_reader.h"
 
-#include <algorithm>
 #include <fmt/format.h>
 #include <vector>
 
@@ -128,13 +127,6 @@ Result<nlohmann::json> readJson(std::string_view text, std::string_view source) 
         return Error{fmt::format("{}:{}{}", source, hasPlace ? "" : " ", builder.failure)};
     }
     return std::move(builder.root);
-}
-
-TextPlace placeOf(std::string_view text, std::size_t position) {
-    const std::string_view before = text.substr(0, std::min(position, text.size()));
-    const std::size_t lineStart = before.rfind('\n') + 1;  // 0 where there is no line break
-    return {static_cast<std::size_t>(std::count(before.begin(), before.end(), '\n')) + 1,
-            before.size() - lineStart + 1};
 }
 
 std::string inQuotes(std::string_view text) {

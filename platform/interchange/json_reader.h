@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/interchange/text_place.h"
 #include "platform/support/result.h"
 
 namespace mero {
@@ -12,13 +13,6 @@ namespace mero {
 /// document could mislead: a key that stands twice in an object, a zero character in a text and nesting
 /// deeper than 64 levels are refused. `source` names the text in errors, which give line and column.
 Result<nlohmann::json> readJson(std::string_view text, std::string_view source);
-
-/// Line and column, both from 1, of a byte position; columns count bytes.
-struct TextPlace {
-    std::size_t line = 1;
-    std::size_t column = 1;
-};
-TextPlace placeOf(std::string_view text, std::size_t position);
 
 /// JSON text of a string, quotes included: the form in which paths and messages show names.
 std::string inQuotes(std::string_view text);
