@@ -198,8 +198,7 @@ private:
         for (const std::string_view word : wordsOf(hours)) {
             const std::size_t dash = word.find('-');
             const auto begin = readTimeOfDay(word.substr(0, dash));
-            const auto end =
-                dash == std::string_view::npos ? std::nullopt : readTimeOfDay(word.substr(dash + 1));
+            const auto end = readTimeOfDay(word.substr(std::min(dash, word.size() - 1) + 1));
             if (!begin || !end) {
                 fail(place, fmt::format("\"{}\" isn't a range HH:MM-HH:MM", word));
                 return FreeDay;
