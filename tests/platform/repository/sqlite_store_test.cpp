@@ -381,16 +381,30 @@ TEST_F(SqliteStoreTest, AProcessKilledWhileSavingLeavesTheStateBeforeOrAfter) {
 }
 
 TEST_F(SqliteStoreTest, WriteProtectedFilesCanBeRead) {
-    if (geteuid() == 0) {
-        GTEST_SKIP() << "nothing is protected from the superuser";
-    }
+    using std::filesystem::perms;
     makeFilled();
-    std::filesystem::permissions(path, std::filesystem::perms::owner_read);
-    std::filesystem::permissions(folder,
-                                 std::filesystem::perms::owner_read | std::filesystem::perms::owner_exec);
-    EXPECT_EQ(open(OpenMode::Read)->repository().modelIds().size(), 3u);
-    EXPECT_EQ(refusal(OpenMode::Write), path.string() + ": no write access to the file or its folder");
-    std::filesystem::permissions(folder, std::filesystem::perms::owner_all);
+    const perms readable = perms::owner_read | perms::group_read | perms::others_read;
+    const perms enterable = perms::owner_exec | perms::group_exec | perms::others_exec;
+    std::filesystem::permissions(path, readable);
+    std::filesystem::permissions(folder, readable | enterable);
+    const pid_t child = fork();
+    if (child == 0) {
+        constexpr uid_t nobody = 65534;  // the superuser can write everywhere
+        if (geteuid() == 0 && setuid(nobody) != 0) {
+            _exit(3);
+        }
+        const auto reader = SqliteStore::open(path, OpenMode::Read);
+        const bool isRead = reader && reader.value()->repository().modelIds().size() == 3;
+        const bool isRefused =
+            refusal(OpenMode::Write) == path.string() + ": no write access to the file or its folder";
+        _exit(isRead && isRefused ? 0 : isRead ? 1 : 2);
+    }
+    int status = -1;
+    waitpid(child, &status, 0);
+    std::filesystem::permissions(folder, perms::owner_all);
+    ASSERT_TRUE(WIFEXITED(status));
+    EXPECT_EQ(WEXITSTATUS(status), 0) << "1: opened for writing, 2: not read, 3: no other user";
+    EXPECT_EQ(filesInFolder(), 1u);
 }
 
 }  // namespace
