@@ -111,6 +111,7 @@ TEST_F(FileSequenceResult, AVanishedFileIsEmptyWithoutABox) {
     history.addEntry(1.0, 1.0, 5);
     history.closeForReading();
     std::filesystem::remove(path);
+    mero::InternalErrorLog::GetGlobal().clear();
     EXPECT_TRUE(readPass(history).empty());
     EXPECT_TRUE(SV::BoxDesk::GetGlobal().getRecords().empty());
     EXPECT_EQ(mero::InternalErrorLog::GetGlobal().getErrors().size(), 1U);
