@@ -1,5 +1,6 @@
 #include "platform/repository/enhanced_service.h"
 
+#include "platform/repository/attribute_values.h"
 #include "platform/repository/model_calls.h"
 
 namespace mero {
@@ -207,7 +208,7 @@ int EnhancedService::findText(MeroId ownerId, MeroId attributeId, const char*& v
     if (attribute == nullptr || !library.hasAttribute(ownerClassId, attributeId)) {
         return RepositoryNotFound;
     }
-    if (attribute->type == AttributeInteger || attribute->type == AttributeDouble) {
+    if (isNumber(*attribute)) {
         return RepositoryWrongType;
     }
     const AttributeValue* stored = object != nullptr ? findValue(object->values, attributeId) : nullptr;

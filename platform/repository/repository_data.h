@@ -29,6 +29,9 @@ struct TextEqual {
 template <class T>
 using TextMap = std::unordered_map<SV::String, T, TextHash, TextEqual>;
 
+[[nodiscard]] Error noModel(MeroId id);
+[[nodiscard]] Error noObject(MeroId id);
+
 /// Identifiers of what has changed since the last save. What is named here and doesn't exist was removed.
 struct RepositoryChanges {
     std::unordered_set<MeroId> models;
@@ -62,9 +65,6 @@ struct Repository::Data {
     [[nodiscard]] Result<void> checkModel(const SV::String& name, std::size_t type) const;
     [[nodiscard]] Result<void> checkObject(MeroId modelId, MeroId classId, const SV::String& name) const;
     [[nodiscard]] Result<void> checkRelation(MeroId relationClassId, MeroId from, MeroId to) const;
-    /// The value as it is to be stored.
-    [[nodiscard]] static Result<AttributeValue> checkValue(const Library::Attribute& attribute,
-                                                           const AttributeValue& value);
 
     // Unchecked changes that keep the indices, without a note in `changes`.
     void insertModel(Model model);

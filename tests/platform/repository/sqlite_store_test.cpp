@@ -241,12 +241,11 @@ TEST_F(SqliteStoreTest, WhatIsNoRepositoryIsRefusedAndLeftAlone) {
     }
 }
 
-TEST_F(SqliteStoreTest, GarbledPagesNeverPassForARepository) {
+TEST_F(SqliteStoreTest, GarbledFilesAreRefusedOrReadWithoutHarm) {
     makeFilled();
     std::ifstream input(path, std::ios::binary);
     const std::string good((std::istreambuf_iterator<char>(input)), {});
-    Repository expected;
-    fill(expected);
+    int refusals = 0;
     std::mt19937 random(11);
     for (int round = 0; round < 150; ++round) {
         std::string bad = good;
@@ -260,9 +259,11 @@ TEST_F(SqliteStoreTest, GarbledPagesNeverPassForARepository) {
         std::ofstream(path, std::ios::binary | std::ios::trunc) << bad;
         const auto opened = SqliteStore::open(path, OpenMode::Read);
         if (!opened) {
+            ++refusals;
             EXPECT_TRUE(opened.error().text.starts_with(path.string() + ": ")) << opened.error().text;
         }
     }
+    EXPECT_GT(refusals, 100) << "only damage to unused bytes passes";
 }
 
 TEST_F(SqliteStoreTest, PlacesWithoutAFileAreNamed) {
