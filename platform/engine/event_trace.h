@@ -68,31 +68,37 @@ private:
 
     template <std::size_t Size>
     struct GroupHash {
-        std::size_t operator()(const std::array<std::int32_t, Size>& group) const;
+        std::size_t operator()(const std::array<std::int32_t, Size>& group) const {
+            std::uint64_t state = 0;
+            for (const std::int32_t part : group) {
+                state = mixBits(state ^ static_cast<std::uint32_t>(part)) + 1;
+            }
+            return state;
+        }
     };
     /// Number 0 is the group of zeros.
     template <std::size_t Size>
     class Groups {
     public:
         using Group = std::array<std::int32_t, Size>;
-        Groups() { intern(Group{}); }
+        Groups() : groups(1) { numbers.emplace(Group{}, 0); }
         std::uint32_t intern(const Group& group);
         [[nodiscard]] const Group& operator[](std::uint32_t number) const { return groups[number]; }
 
     private:
         std::vector<Group> groups;
         std::unordered_map<Group, std::uint32_t, GroupHash<Size>> numbers;
+        std::uint32_t last = 0;
     };
 
     [[nodiscard]] const SV::String& keyOf(std::int32_t number) const {
         return keys[static_cast<std::uint32_t>(number)];
     }
-    std::int32_t internKey(const SV::String& key) {
-        return static_cast<std::int32_t>(keys.intern(key.view()));
-    }
+    std::int32_t internKey(const SV::String& key, std::size_t column);
 
     std::vector<Row> rows;
     KeyTable keys;
+    std::array<std::uint32_t, 4> lastKeys{};  ///< by column of keys
     Groups<4> places;
     Groups<3> staff;
     Groups<3> calls;

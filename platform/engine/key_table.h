@@ -15,18 +15,23 @@ namespace mero {
 /// where they are as the table grows and as it is moved.
 class KeyTable {
 public:
-    KeyTable() : slots(MinimumSlots, Free) { intern({}); }
+    KeyTable() : slots(MinimumSlots), texts(1) {}
 
     std::uint32_t intern(std::string_view text) {
+        if (text.empty()) {
+            return 0;
+        }
         const std::uint64_t hash = mixText(text);
-        std::size_t slot = findSlot(text, hash);
-        if (slots[slot] != Free) {
-            return slots[slot];
+        const auto tag = static_cast<std::uint32_t>(hash >> 32);
+        std::size_t place = hash & (slots.size() - 1);
+        for (; slots[place].number != 0; place = (place + 1) & (slots.size() - 1)) {
+            if (slots[place].tag == tag && texts[slots[place].number].view() == text) {
+                return slots[place].number;
+            }
         }
         const auto number = static_cast<std::uint32_t>(texts.size());
         texts.emplace_back(text);
-        hashes.push_back(hash);
-        slots[slot] = number;
+        slots[place] = {number, tag};
         if (texts.size() * 4 > slots.size() * 3) {
             grow();
         }
@@ -37,34 +42,28 @@ public:
     [[nodiscard]] std::size_t size() const { return texts.size(); }
 
 private:
-    static constexpr std::uint32_t Free = UINT32_MAX;
     static constexpr std::size_t MinimumSlots = 64;
 
-    /// Open addressing with linear probing; the number of slots is a power of two.
-    [[nodiscard]] std::size_t findSlot(std::string_view text, std::uint64_t hash) const {
-        const std::size_t mask = slots.size() - 1;
-        std::size_t slot = hash & mask;
-        while (slots[slot] != Free && (hashes[slots[slot]] != hash || texts[slots[slot]].view() != text)) {
-            slot = (slot + 1) & mask;
-        }
-        return slot;
-    }
+    /// Open addressing with linear probing over a power of two of slots. The tag spares most looks at texts.
+    struct Slot {
+        std::uint32_t number = 0;  ///< 0: free
+        std::uint32_t tag = 0;
+    };
 
     void grow() {
-        slots.assign(slots.size() * 2, Free);
-        const std::size_t mask = slots.size() - 1;
-        for (std::uint32_t number = 0; number < texts.size(); ++number) {
-            std::size_t slot = hashes[number] & mask;
-            while (slots[slot] != Free) {
-                slot = (slot + 1) & mask;
+        slots.assign(slots.size() * 2, {});
+        for (std::uint32_t number = 1; number < texts.size(); ++number) {
+            const std::uint64_t hash = mixText(texts[number].view());
+            std::size_t place = hash & (slots.size() - 1);
+            while (slots[place].number != 0) {
+                place = (place + 1) & (slots.size() - 1);
             }
-            slots[slot] = number;
+            slots[place] = {number, static_cast<std::uint32_t>(hash >> 32)};
         }
     }
 
+    std::vector<Slot> slots;
     std::deque<SV::String> texts;
-    std::vector<std::uint64_t> hashes;
-    std::vector<std::uint32_t> slots;
 };
 
 }  // namespace mero

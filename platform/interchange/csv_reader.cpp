@@ -11,16 +11,14 @@ constexpr std::size_t BufferSize = std::size_t{1} << 16;
 constexpr std::size_t CellLimit = std::size_t{1} << 20;
 constexpr int EndOfInput = -1;
 
-/// Length of the code point that begins at `text[0]`, 0 where there is none (Unicode 15, table 3-7).
+/// Length of the code point beyond ASCII that begins at `text[0]`, 0 where there is none (Unicode 15, table
+/// 3-7).
 std::size_t codePointLength(std::string_view text) {
     const auto byte = [&](std::size_t index) {
         return index < text.size() ? static_cast<unsigned char>(text[index]) : 0U;
     };
     const auto follows = [&](std::size_t index) { return (byte(index) & 0xC0U) == 0x80U; };
     const unsigned first = byte(0);
-    if (first < 0x80) {
-        return 1;
-    }
     if (first >= 0xC2 && first <= 0xDF) {
         return follows(1) ? 2 : 0;
     }
@@ -38,14 +36,19 @@ std::size_t codePointLength(std::string_view text) {
 }
 
 bool isUtf8(std::string_view text) {
-    while (!text.empty()) {
+    while (true) {
+        while (!text.empty() && static_cast<unsigned char>(text.front()) < 0x80) {
+            text.remove_prefix(1);
+        }
+        if (text.empty()) {
+            return true;
+        }
         const std::size_t length = codePointLength(text);
         if (length == 0) {
             return false;
         }
         text.remove_prefix(length);
     }
-    return true;
 }
 
 }  // namespace
@@ -104,26 +107,40 @@ CsvReader::Cell& CsvReader::startCell(std::vector<Cell>& cells, std::size_t inde
 
 CsvReader::CellEnd CsvReader::readPlain(Cell& cell) {
     while (true) {
-        const int next = peek();
-        if (next == EndOfInput || next == '\n' || next == '\r') {
-            if (next != EndOfInput && !takeLineBreak()) {
-                return refuse(currentLine, currentColumn,
-                              "a carriage return without a line feed, outside quotes");
-            }
-            return finish(cell, CellEnd::Row);
-        }
-        if (next == '"') {
-            return refuse(currentLine, currentColumn, "a quote in a cell that doesn't begin with one");
-        }
-        take();
-        if (next == ',') {
-            return finish(cell, CellEnd::Comma);
-        }
-        cell.text.push_back(static_cast<char>(next));
+        takeOrdinary(cell);
         if (cell.text.size() > CellLimit) {
             return refuse(cell.line, cell.column, "a cell of more than 1 MiB");
         }
+        switch (peek()) {
+            case ',':
+                take();
+                return finish(cell, CellEnd::Comma);
+            case '"':
+                return refuse(currentLine, currentColumn, "a quote in a cell that doesn't begin with one");
+            case EndOfInput:
+                return finish(cell, CellEnd::Row);
+            case '\n':
+            case '\r':
+                return takeLineBreak() ? finish(cell, CellEnd::Row)
+                                       : refuse(currentLine, currentColumn,
+                                                "a carriage return without a line feed, outside quotes");
+            default:
+                break;  // the end of a piece of input
+        }
     }
+}
+
+/// What is in the buffer up to a character that may end the cell.
+void CsvReader::takeOrdinary(Cell& cell) {
+    const std::string_view rest(buffer.data() + position, filled - position);
+    std::size_t length = 0;
+    while (length < rest.size() && rest[length] != ',' && rest[length] != '\n' && rest[length] != '"' &&
+           rest[length] != '\r') {
+        ++length;
+    }
+    cell.text.append(rest.substr(0, length));
+    position += length;
+    currentColumn += length;
 }
 
 CsvReader::CellEnd CsvReader::readQuoted(Cell& cell) {

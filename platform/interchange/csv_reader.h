@@ -39,6 +39,7 @@ private:
     bool takeLineBreak();
     Cell& startCell(std::vector<Cell>& cells, std::size_t index) const;
     CellEnd readPlain(Cell& cell);
+    void takeOrdinary(Cell& cell);
     CellEnd readQuoted(Cell& cell);
     CellEnd refuse(std::size_t line, std::size_t column, const std::string& reason);
     CellEnd finish(const Cell& cell, CellEnd end);
