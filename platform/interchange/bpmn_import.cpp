@@ -5,22 +5,21 @@
 #include <fmt/format.h>
 #include <set>
 #include <unordered_map>
-#include <unordered_set>
 
 #include "platform/interchange/bpmn_kinds.h"
+#include "platform/interchange/bpmn_node_names.h"
+#include "platform/interchange/bpmn_node_writer.h"
+#include "platform/interchange/bpmn_notes.h"
 #include "platform/interchange/bpmn_reader.h"
 #include "platform/interchange/document_refused.h"
 #include "platform/interchange/name_rules.h"
 #include "platform/interchange/object_writer.h"
 #include "platform/interchange/prosimos_parameters.h"
-#include "platform/interchange/text_place.h"
 #include "platform/interchange/xml_text.h"
 
 namespace mero {
 
 namespace {
-
-constexpr std::string_view NotExecuted = "imported, not executed";
 
 std::string stemOf(std::string_view fileName) {
     const std::size_t slash = fileName.find_last_of("/\\");
@@ -29,47 +28,16 @@ std::string stemOf(std::string_view fileName) {
     return stem.empty() ? "Process" : std::string(stem);
 }
 
-/// Gives the objects of a model their names: that of the element, else one of its class and its place among
-/// the elements of that class; names that stand twice get a number.
-class NodeNames {
-public:
-    explicit NodeNames(const BpmnScope& scope) {
-        for (const BpmnNode& node : scope.nodes) {
-            given.insert(node.name);
-        }
-    }
-
-    std::string take(const BpmnNode& node, std::string_view className) {
-        const int position = ++positions[className];
-        if (!node.name.empty()) {
-            return takeFree(node.name);
-        }
-        const std::string made = fmt::format("{} {}", className, position);
-        return given.contains(made) ? takeFree(made + " (2)") : takeFree(made);
-    }
-
-private:
-    std::string takeFree(const std::string& wanted) {
-        int& uses = numbers[wanted];
-        std::string name = wanted;
-        for (++uses; !taken.insert(name).second; ++uses) {
-            name = fmt::format("{} ({})", wanted, uses);
-        }
-        return name;
-    }
-
-    std::unordered_set<std::string> given;
-    std::unordered_set<std::string> taken;
-    std::unordered_map<std::string, int> numbers;  ///< last number tried for a name
-    std::unordered_map<std::string_view, int> positions;
-};
-
 /// One import of one file.
 class BpmnImporter {
 public:
     BpmnImporter(const BpmnFile& readFile, std::string_view decodedText, std::string_view sourceName,
                  Repository& target)
-        : file(readFile), text(decodedText), source(sourceName), repository(target), writer(target) {}
+        : file(readFile),
+          repository(target),
+          writer(target),
+          notes(decodedText, sourceName, report),
+          nodeWriter(readFile, writer, notes) {}
 
     ImportReport import() {
         checkIdentifiers();
@@ -79,7 +47,7 @@ public:
         }
         if (report.models.empty()) {
             throw DocumentRefused(
-                fmt::format("{}: there is no process with flow nodes in this file", source));
+                fmt::format("{}: there is no process with flow nodes in this file", notes.sourceName()));
         }
         connectCalls();
         importLanes();
@@ -99,30 +67,6 @@ private:
         MeroId object;
         std::string model;
     };
-
-    static std::string describe(const BpmnElement& element) {
-        std::string described = element.kind;
-        if (!element.name.empty()) {
-            described += fmt::format(" \"{}\"", element.name);
-        }
-        if (!element.id.empty()) {
-            described += fmt::format(" ({})", element.id);
-        }
-        return described;
-    }
-
-    [[nodiscard]] std::string placeText(const BpmnElement& element) const {
-        const TextPlace place = placeOf(text, element.offset);
-        return fmt::format("{}:{}:{}", source, place.line, place.column);
-    }
-
-    void note(const BpmnElement& element, std::string_view done) {
-        report.notes.push_back({placeText(element), describe(element), std::string(done)});
-    }
-
-    [[noreturn]] void refuse(const BpmnElement& element, std::string_view reason) const {
-        throw DocumentRefused(fmt::format("{}: {}: {}", placeText(element), describe(element), reason));
-    }
 
     void checkIdentifiers() {
         for (const BpmnScope& process : file.processes) {
@@ -145,7 +89,7 @@ private:
 
     void checkIdentifier(const BpmnElement& element) {
         if (!element.id.empty() && !identifiers.insert(element.id).second) {
-            refuse(element, "another element has this identifier");
+            notes.refuse(element, "another element has this identifier");
         }
     }
 
@@ -187,14 +131,14 @@ private:
                 return participant.name;
             }
         }
-        return stemOf(source);
+        return stemOf(notes.sourceName());
     }
 
     void importProcess(const BpmnScope& process) {
         const auto name = std::find_if(processNames.begin(), processNames.end(),
                                        [&process](const auto& entry) { return entry.first == &process; });
         if (name == processNames.end()) {
-            note(process, "left out, it is empty");
+            notes.add(process, "left out, it is empty");
             noteOthers(process);
             return;
         }
@@ -213,7 +157,7 @@ private:
         const MeroId model = writer.addModel(scope.name, "Business process");
         report.models.push_back(model);
         std::unordered_map<std::string, MeroId> nodes;
-        NodeNames names(*scope.scope);
+        BpmnNodeNames names(*scope.scope);
         for (const BpmnNode& node : scope.scope->nodes) {
             const std::string_view className = classOf(node);
             if (node.triggeredByEvent && !node.content.empty()) {
@@ -222,7 +166,7 @@ private:
             }
             const std::string name = names.take(node, className);
             const MeroId object = writer.addObject(model, className, name);
-            describeNode(node, object);
+            nodeWriter.describe(node, className, object);
             if (className == "Sub-process") {
                 const std::string modelName = freeModelName(fmt::format("{} / {}", scope.name, name));
                 reservedNames.insert(modelName);
@@ -244,14 +188,15 @@ private:
     void importUncalled(const BpmnNode& node, const std::string& parentName,
                         std::deque<PendingScope>& pending) {
         if (node.content.front().nodes.empty()) {
-            note(node, "left out, it is empty");
+            notes.add(node, "left out, it is empty");
             return;
         }
         const std::string own = node.name.empty() ? "Event sub-process" : node.name;
         const std::string modelName = freeModelName(fmt::format("{} / {}", parentName, own));
         reservedNames.insert(modelName);
         pending.push_back({&node.content.front(), modelName});
-        note(node, fmt::format("imported as the model \"{}\", not executed: nothing calls it", modelName));
+        notes.add(node,
+                  fmt::format("imported as the model \"{}\", not executed: nothing calls it", modelName));
     }
 
     /// The class of the object that a node becomes.
@@ -273,62 +218,6 @@ private:
         const bool isProcess = stored != nullptr && repository.library().modelTypes()[stored->type].classId ==
                                                         ClassCodeProcessModel;
         return isProcess ? std::optional(call.calledElement) : std::nullopt;
-    }
-
-    void describeNode(const BpmnNode& node, MeroId object) {
-        setText(object, "BPMN element", node.kind);
-        setText(object, "BPMN identifier", node.id);
-        if (const auto bounds = file.bounds.find(node.id); bounds != file.bounds.end()) {
-            setText(object, "Bounds", bounds->second);
-        }
-        if (writer.hasAttribute(object, "Event kind")) {
-            setText(object, "Event kind", eventKindOf(node));
-        }
-        if (node.loop != "none" && writer.hasAttribute(object, "Loop")) {
-            setText(object, "Loop", node.loop);
-            writer.set(object, "Loop maximum", node.loopMaximum);
-        }
-        describeEvent(node, object);
-        noteOddities(node);
-    }
-
-    void describeEvent(const BpmnNode& node, MeroId object) {
-        if (node.kind == "boundaryEvent" && !node.interrupting) {
-            writer.set(object, "Interrupting", 0);
-        }
-        const bool waits = node.kind == "boundaryEvent" || node.kind == "intermediateCatchEvent";
-        if (!waits || node.timerText.empty()) {
-            return;
-        }
-        if (const std::optional<double> seconds = secondsOfDuration(node.timerText)) {
-            setText(object, "Duration", fmt::format("fixed({})", *seconds));
-        } else {
-            note(node, fmt::format("the duration \"{}\" isn't used", node.timerText));
-        }
-    }
-
-    void noteOddities(const BpmnNode& node) {
-        const bool isEvent = node.kind.ends_with("Event");
-        if (isEvent && !isExecutedEvent(node)) {
-            note(node, fmt::format("{} ({} event)", NotExecuted, eventKindOf(node)));
-        } else if (node.kind == "complexGateway") {
-            note(node, "imported as an exclusive gateway");
-        } else if (node.kind == "callActivity" && classOf(node) == "Task") {
-            note(node, "imported as a task, what it calls isn't there");
-        } else if (!node.content.empty() && classOf(node) == "Task") {
-            note(node, "imported as a task, it is empty");
-        } else if (node.kind == "transaction" || node.kind == "adHocSubProcess") {
-            note(node, "imported as a plain sub-process");
-        }
-        if (node.forCompensation) {
-            note(node, fmt::format("{} (compensation)", NotExecuted));
-        }
-    }
-
-    void setText(MeroId object, std::string_view attribute, const std::string& value) {
-        if (!value.empty()) {
-            writer.set(object, attribute, SV::String(value));
-        }
     }
 
     void importFlows(const BpmnScope& scope, const std::unordered_map<std::string, MeroId>& nodes) {
@@ -356,9 +245,9 @@ private:
     /// nothing shows that the file is broken.
     void importOddFlow(const BpmnFlow& flow, const std::string& end) {
         if (end.empty() || !identifiers.contains(resolved(end))) {
-            refuse(flow, fmt::format("there is no flow node \"{}\"", end));
+            notes.refuse(flow, fmt::format("there is no flow node \"{}\"", end));
         }
-        note(flow, fmt::format("left out, \"{}\" isn't an object of the same model", end));
+        notes.add(flow, fmt::format("left out, \"{}\" isn't an object of the same model", end));
     }
 
     void describeFlow(const BpmnFlow& flow, MeroId relation) {
@@ -389,7 +278,7 @@ private:
                        nodes.contains(node.id);
             });
             if (to == scope.nodes.end() || !nodes.contains(from.id)) {
-                note(from, fmt::format("{} (no link of this name to go on at)", NotExecuted));
+                notes.add(from, fmt::format("{} (no link of this name to go on at)", NotExecuted));
                 continue;
             }
             writer.relate("Sequence flow", nodes.at(from.id), nodes.at(to->id));
@@ -404,7 +293,7 @@ private:
             const auto host = nodes.find(resolved(node.attachedTo));
             const auto event = nodes.find(node.id);
             if (host == nodes.end() || event == nodes.end()) {
-                note(node, fmt::format("{} (attached to nothing)", NotExecuted));
+                notes.add(node, fmt::format("{} (attached to nothing)", NotExecuted));
                 continue;
             }
             writer.relate("Attached to", event->second, host->second);
@@ -438,10 +327,10 @@ private:
             const auto object = objectOfNode.find(resolved(member));
             if (object == objectOfNode.end()) {
                 if (!identifiers.contains(resolved(member))) {
-                    note(lane, fmt::format("names \"{}\", which isn't there", member));
+                    notes.add(lane, fmt::format("names \"{}\", which isn't there", member));
                 }
             } else if (writer.hasAttribute(object->second, "Performer")) {
-                setText(object->second, "Performer", "role " + kilnString(name));
+                writer.set(object->second, "Performer", SV::String("role " + kilnString(name)));
             }
         }
     }
@@ -451,7 +340,7 @@ private:
             const auto from = objectOfNode.find(resolved(flow.source));
             const auto to = objectOfNode.find(resolved(flow.target));
             if (from == objectOfNode.end() || to == objectOfNode.end()) {
-                note(flow, "left out, one end isn't a flow node");
+                notes.add(flow, "left out, one end isn't a flow node");
                 continue;
             }
             writer.relate("Message flow", from->second, to->second);
@@ -460,7 +349,7 @@ private:
 
     void noteOthers(const BpmnScope& scope) {
         for (const BpmnElement& element : scope.others) {
-            note(element, "not imported");
+            notes.add(element, "not imported");
         }
     }
 
@@ -471,25 +360,25 @@ private:
                     return !process.id.empty() && process.id == resolved(participant.process);
                 });
             if (!known) {
-                note(participant, "left out, the pool is empty");
+                notes.add(participant, "left out, the pool is empty");
             }
         }
         for (const BpmnElement& element : file.others) {
-            note(element, "not imported");
+            notes.add(element, "not imported");
         }
         for (const auto& [uri, count] : file.extensionCounts) {
-            report.notes.push_back({std::string(source),
+            report.notes.push_back({std::string(notes.sourceName()),
                                     fmt::format("{} extension elements of \"{}\"", count, uri),
                                     "passed over"});
         }
     }
 
     const BpmnFile& file;
-    std::string_view text;
-    std::string_view source;
     Repository& repository;
     ObjectWriter writer;
     ImportReport report;
+    BpmnNotes notes;
+    BpmnNodeWriter nodeWriter;
     std::set<std::string, std::less<>> identifiers;
     std::set<std::string> reservedNames;
     std::vector<std::pair<const BpmnScope*, std::string>> processNames;

@@ -17,6 +17,8 @@ namespace mero {
 namespace {
 
 constexpr int DepthLimit = 256;
+/// Line breaks in attributes are kept, since blanks beside them go with them.
+constexpr unsigned ParseOptions = (pugi::parse_default | pugi::parse_doctype) & ~pugi::parse_wconv_attribute;
 constexpr std::string_view ModelNamespace = "http://www.omg.org/spec/BPMN/20100524/MODEL";
 constexpr std::string_view DiagramNamespace = "http://www.omg.org/spec/BPMN/20100524/DI";
 constexpr std::array DrawingNamespaces{DiagramNamespace,
@@ -123,16 +125,19 @@ std::string textOf(const pugi::xml_node& node) {
     return trimmed(text);
 }
 
-/// A name in one line.
+/// A name in one line: a line break, with the blanks around it, becomes one blank.
 std::string nameOf(const pugi::xml_node& node) {
-    std::string name = node.attribute("name").value();
     std::string line;
-    for (std::size_t index = 0; index < name.size(); ++index) {
-        if (name[index] == '\r' && index + 1 < name.size() && name[index + 1] == '\n') {
-            continue;
+    bool afterBreak = false;
+    for (const char character : std::string_view(node.attribute("name").value())) {
+        const bool isBreak = character == '\n' || character == '\r' || character == '\t';
+        if (isBreak) {
+            line.erase(line.find_last_not_of(' ') + 1);
+            line += ' ';
+        } else if (character != ' ' || !afterBreak) {
+            line += character;
         }
-        const bool white = name[index] == '\n' || name[index] == '\r' || name[index] == '\t';
-        line += white ? ' ' : name[index];
+        afterBreak = isBreak || (afterBreak && character == ' ');
     }
     return trimmed(line);
 }
@@ -159,7 +164,7 @@ std::optional<std::string> coordinates(const pugi::xml_node& node, std::initiali
         if (status != std::errc{} || end != text.data() + text.size() || !std::isfinite(number)) {
             return std::nullopt;
         }
-        line += fmt::format("{}{:g}", line.empty() ? "" : std::string(1, separator), number);
+        line += fmt::format("{}{}", line.empty() ? "" : std::string(1, separator), number);
     }
     return line;
 }
@@ -208,8 +213,8 @@ private:
         if (const std::size_t zero = text.find('\0'); zero != std::string_view::npos) {
             refuse(zero, "zero character");
         }
-        const pugi::xml_parse_result result = document.load_buffer(
-            text.data(), text.size(), pugi::parse_default | pugi::parse_doctype, pugi::encoding_utf8);
+        const pugi::xml_parse_result result =
+            document.load_buffer(text.data(), text.size(), ParseOptions, pugi::encoding_utf8);
         if (!result) {
             refuse(static_cast<std::size_t>(std::max<std::ptrdiff_t>(result.offset, 0)),
                    fmt::format("the XML is broken: {}", result.description()));
