@@ -177,8 +177,24 @@ Result<Distribution> Distribution::parse(std::string_view text) {
     return DistributionParser(text).parse();
 }
 
+namespace {
+
+/// Drawn from the cut-off distribution itself, for limits that hardly any plain sample would meet.
+double exponentialBetween(double mean, double least, double most, RandomStream& random) {
+    const double start = std::max(least, 0.0);
+    if (mean <= 0.0 || most <= start) {
+        return std::clamp(mean, least, most);
+    }
+    return start - mean * std::log1p(random.nextUnit() * std::expm1((start - most) / mean));
+}
+
+}  // namespace
+
 double Distribution::sample(RandomStream& random) const {
     constexpr int Attempts = 100;
+    if (limits && kind == Kind::Exponential) {
+        return exponentialBetween(first, limits->least, limits->most, random);
+    }
     double value = sampleUnlimited(random);
     if (!limits) {
         return value;

@@ -54,22 +54,23 @@ TEST_P(DistributionMoments, AreThoseOfTheory) {
 
 constexpr double Any = INFINITY;
 
-INSTANTIATE_TEST_SUITE_P(Texts, DistributionMoments,
-                         testing::Values(MomentCase{"fixed(12.5)", 12.5, 0.0, 12.5, 12.5},
-                                         MomentCase{" uniform ( 2 , 8 ) ", 5.0, 3.0, 2.0, 8.0},
-                                         MomentCase{"triangular(1,2,6)", 3.0, 14.0 / 12.0, 1.0, 6.0},
-                                         MomentCase{"triangular(3,3,3)", 3.0, 0.0, 3.0, 3.0},
-                                         MomentCase{"exponential(60)", 60.0, 3600.0, 0.0, Any},
-                                         MomentCase{"normal(-5,2)", -5.0, 4.0, -Any, Any},
-                                         MomentCase{"lognormal(100,2500)", 100.0, 2500.0, 0.0, Any},
-                                         MomentCase{"gamma(10,50)", 10.0, 50.0, 0.0, Any},
-                                         MomentCase{"gamma(3,90)", 3.0, 90.0, 0.0, Any},
-                                         MomentCase{"gamma(3,0)", 3.0, 0.0, 3.0, 3.0},
-                                         MomentCase{"mixture(fixed(1); fixed(3))", 2.0, 1.0, 1.0, 3.0},
-                                         MomentCase{"uniform(0,10) in [4,6]", 5.0, 4.0 / 12.0, 4.0, 6.0},
-                                         MomentCase{"fixed(9) in [1,5]", 5.0, 0.0, 5.0, 5.0},
-                                         MomentCase{"mixture(uniform(0,1) in [0,1];fixed(2))in[0,1]", 0.5,
-                                                    1.0 / 12.0, 0.0, 1.0}));
+INSTANTIATE_TEST_SUITE_P(
+    Texts, DistributionMoments,
+    testing::Values(MomentCase{"fixed(12.5)", 12.5, 0.0, 12.5, 12.5},
+                    MomentCase{" uniform ( 2 , 8 ) ", 5.0, 3.0, 2.0, 8.0},
+                    MomentCase{"triangular(1,2,6)", 3.0, 14.0 / 12.0, 1.0, 6.0},
+                    MomentCase{"triangular(3,3,3)", 3.0, 0.0, 3.0, 3.0},
+                    MomentCase{"exponential(60)", 60.0, 3600.0, 0.0, Any},
+                    MomentCase{"exponential(100) in [1800,3600]", 1900.0, 10000.0, 1800.0, 3600.0},
+                    MomentCase{"normal(-5,2)", -5.0, 4.0, -Any, Any},
+                    MomentCase{"lognormal(100,2500)", 100.0, 2500.0, 0.0, Any},
+                    MomentCase{"gamma(10,50)", 10.0, 50.0, 0.0, Any},
+                    MomentCase{"gamma(3,90)", 3.0, 90.0, 0.0, Any},
+                    MomentCase{"gamma(3,0)", 3.0, 0.0, 3.0, 3.0},
+                    MomentCase{"mixture(fixed(1); fixed(3))", 2.0, 1.0, 1.0, 3.0},
+                    MomentCase{"uniform(0,10) in [4,6]", 5.0, 4.0 / 12.0, 4.0, 6.0},
+                    MomentCase{"fixed(9) in [1,5]", 5.0, 0.0, 5.0, 5.0},
+                    MomentCase{"mixture(uniform(0,1) in [0,1];fixed(2))in[0,1]", 0.5, 1.0 / 12.0, 0.0, 1.0}));
 
 struct RefusedCase {
     std::string text;
