@@ -1,0 +1,27 @@
+#include "component/agents/history_header.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+TEST(HistoryHeader, BreaksLongLinesAndMarksEach) {
+    struct Case {
+        std::string text;
+        std::string expected;
+    };
+    const std::string hundred(100, 'x');
+    for (const auto& [text, expected] : {
+             Case{"", "# \n"},
+             Case{"one", "# one\n"},
+             Case{"one\ntwo", "# one\n# two\n"},
+             Case{hundred + "\nend", "# " + hundred + "\n# end\n"},
+             Case{hundred + "y\nend", "# " + hundred + "\n# y\n# end\n"},
+             Case{hundred + hundred + "z\n", "# " + hundred + "\n# " + hundred + "\n# z\n# \n"},
+             Case{"a\n" + hundred + "behind", "# a\n# " + hundred + "behind\n"},
+             Case{std::string(99, 'x') + "ä\n", "# " + std::string(99, 'x') + "\n# ä\n# \n"},
+         }) {
+        EXPECT_EQ(wrapAsComment(SV::String(text)), SV::String(expected));
+    }
+}
+
+}  // namespace

@@ -1,0 +1,135 @@
+#include "component/agents/process_instance.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/toolkit/internal_errors.h"
+
+namespace {
+
+constexpr MeroId ModelA = 1;
+constexpr MeroId ModelB = 2;
+constexpr MeroId ModelC = 3;
+
+class ProcessInstance : public testing::Test {
+protected:
+    void SetUp() override {
+        mero::InternalErrorLog::GetGlobal().clear();
+        process.addTopInstance("top", ModelA);
+    }
+    bool add(const char* key, const char* caller, MeroId model,
+             MeroCollecting collecting = MeroCollecting::ByItself) {
+        return process.addSubProcess(key, caller, model, collecting);
+    }
+    void value(const char* key, MeroId object, double amount) {
+        EXPECT_TRUE(process.addFirstValue(key, object, amount, MeroValueUse::Accumulate));
+    }
+    [[nodiscard]] MeroPath path(const char* key) { return process.getInstance(key)->getCallPath(); }
+    [[nodiscard]] std::optional<double> sum(const char* key, MeroId object = MeroNoId) {
+        return process.getInstance(key)->sumFirstValues(object);
+    }
+
+    MeroAgentProcessInstance process{"top", ModelA, 5.0};
+};
+
+TEST_F(ProcessInstance, ACallOfAModelInThePathCutsThePathBack) {
+    ASSERT_TRUE(add("b", "top", ModelB));
+    ASSERT_TRUE(add("c", "b", ModelC));
+    ASSERT_TRUE(add("b2", "c", ModelB));
+    ASSERT_TRUE(add("a2", "b", ModelA));
+    EXPECT_EQ(path("c"), (MeroPath{ModelA, ModelB, ModelC}));
+    EXPECT_EQ(path("b2"), (MeroPath{ModelA}));
+    EXPECT_EQ(path("a2"), MeroPath{});
+    EXPECT_EQ(&process.getInstance("b2")->getCollector(), process.getInstance("top"))
+        << "an equal path collects where it stands already";
+    EXPECT_FALSE(add("x", "nobody", ModelB));
+    EXPECT_TRUE(add("b", "nobody", ModelB)) << "a key that is there stays";
+}
+
+TEST_F(ProcessInstance, EqualPathsCollectInOnePlace) {
+    add("b1", "top", ModelB);
+    add("b2", "top", ModelB);
+    add("merged", "b2", ModelC, MeroCollecting::ByCollectorOfCaller);
+    value("b1", 7, 1.0);
+    value("b2", 7, 2.0);
+    value("merged", 7, 4.0);
+    EXPECT_DOUBLE_EQ(process.getValue("b1", 7)->value, 7.0);
+    EXPECT_EQ(process.getInstanceModelId("merged"), ModelB);
+    EXPECT_TRUE(process.getInstance("b2")->isCollected());
+    EXPECT_EQ(sum("b2"), std::nullopt);
+    EXPECT_EQ(process.getValue("b1", 8), nullptr);
+    EXPECT_FALSE(process.addFirstValue("nobody", 7, 1.0, MeroValueUse::Replace));
+}
+
+TEST_F(ProcessInstance, SumsFollowEveryChangeBelow) {
+    add("b", "top", ModelB);
+    add("c", "b", ModelC);
+    value("top", 7, 1.0);
+    value("b", 7, 2.0);
+    value("c", 8, 4.0);
+    EXPECT_DOUBLE_EQ(*sum("top"), 7.0);
+    EXPECT_DOUBLE_EQ(*sum("top", 7), 3.0);
+    value("c", 8, 8.0);
+    EXPECT_DOUBLE_EQ(*sum("top"), 15.0);
+    EXPECT_TRUE(process.removeSubProcess("c", false));
+    EXPECT_DOUBLE_EQ(*sum("top"), 3.0);
+    process.getInstance("b")->clearValues();
+    EXPECT_DOUBLE_EQ(*sum("top"), 1.0);
+    EXPECT_TRUE(mero::InternalErrorLog::GetGlobal().getErrors().empty());
+}
+
+TEST_F(ProcessInstance, SecondValuesCountForAllObjectsOrForNone) {
+    auto& top = *process.getInstance("top");
+    value("top", 7, 3.0);
+    EXPECT_EQ(top.sumSecondValues(MeroNoId), std::nullopt);
+    EXPECT_DOUBLE_EQ(process.getValue("top", 7)->getSecondValue(), 0.0);
+    process.addSecondValue("top", 7, 2.0, MeroValueUse::Accumulate);
+    process.addSecondValue("top", 7, 3.0, MeroValueUse::Accumulate);
+    EXPECT_DOUBLE_EQ(*top.sumSecondValues(MeroNoId), 5.0);
+    value("top", 6, 3.0);
+    EXPECT_EQ(top.sumSecondValues(MeroNoId), std::nullopt) << "the first object in order has none";
+}
+
+TEST_F(ProcessInstance, TakingAnInstanceOutTakesWhatItCollects) {
+    add("b", "top", ModelB);
+    add("b2", "top", ModelB);
+    add("merged", "b", ModelC, MeroCollecting::ByCollectorOfCaller);
+    add("child", "b", 9);
+    EXPECT_FALSE(process.removeSubProcess("b2", false)) << "it is collected elsewhere, so attached nowhere";
+    EXPECT_EQ(mero::InternalErrorLog::GetGlobal().getErrors().size(), 1U);
+    EXPECT_TRUE(process.removeSubProcess("b", false));
+    for (const char* const gone : {"b", "b2", "merged"}) {
+        EXPECT_FALSE(process.hasInstance(gone)) << gone;
+    }
+    EXPECT_TRUE(process.hasInstance("child"));
+    EXPECT_EQ(process.getInstance("child")->getParent(), nullptr);
+    EXPECT_FALSE(process.removeSubProcess("b", false));
+    EXPECT_TRUE(add("b3", "top", ModelB)) << "the path is free again";
+    EXPECT_FALSE(process.getInstance("b3")->isCollected());
+}
+
+TEST_F(ProcessInstance, WalksInTheOrderOfKeysAndDecimalTexts) {
+    for (const char* const key : {"10", "9", "a", "11"}) {
+        add(key, "top", ModelB);
+    }
+    for (const MeroId object : {100, 20, 3}) {
+        value("top", object, 1.0);
+    }
+    std::vector<SV::String> keys;
+    for (const auto& [key, instance] : process.getInstances()) {
+        keys.push_back(key);
+    }
+    EXPECT_EQ(keys, (std::vector<SV::String>{"9", "a", "10", "11", "top"}));
+    std::vector<MeroId> objects;
+    for (const auto& [object, entry] : process.getInstance("top")->getValues()) {
+        objects.push_back(object);
+    }
+    EXPECT_EQ(objects, (std::vector<MeroId>{3, 20, 100}));
+}
+
+TEST_F(ProcessInstance, AnUnmeasuredStartIsNone) {
+    EXPECT_EQ(process.getStartTime(), 5.0);
+    EXPECT_EQ(MeroAgentProcessInstance("k", 1, MeroAgentProcessInstance::StartNotMeasured).getStartTime(),
+              std::nullopt);
+}
+
+}  // namespace
