@@ -106,11 +106,7 @@ private:
         addBoundaries(model);
         addRules(model);
         addStarts(model);
-        for (ProcessNode& node : model.nodes) {
-            if (node.join == JoinRule::Inclusive) {
-                addReach(model, node);
-            }
-        }
+        addReaches(model);
         graph.nodes += static_cast<std::uint32_t>(model.nodes.size());
         graph.compiled.push_back(std::move(model));
     }
@@ -362,8 +358,18 @@ private:
         }
     }
 
+    void addReaches(ProcessModel& model) {
+        const std::vector<std::vector<std::uint32_t>> predecessors = predecessorsOf(model);
+        for (ProcessNode& node : model.nodes) {
+            if (node.join == JoinRule::Inclusive) {
+                addReach(model, node, predecessors);
+            }
+        }
+    }
+
     /// Backwards from each incoming flow of the join; the join itself is never passed.
-    void addReach(ProcessModel& model, ProcessNode& join) {
+    void addReach(ProcessModel& model, ProcessNode& join,
+                  const std::vector<std::vector<std::uint32_t>>& predecessors) {
         if (join.slotCount > 64) {
             report(model, *repository.findObject(join.objectId),
                    "has more than 64 incoming flows, and doesn't wait for them");
@@ -371,7 +377,6 @@ private:
             return;
         }
         const auto joinIndex = static_cast<std::uint32_t>(&join - model.nodes.data());
-        const std::vector<std::vector<std::uint32_t>> predecessors = predecessorsOf(model);
         std::vector<std::uint64_t> bits(model.nodes.size(), 0);
         std::vector<std::uint32_t> pending;
         for (std::uint32_t source = 0; source < model.nodes.size(); ++source) {

@@ -3,10 +3,12 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/engine/control_component.h"
 #include "platform/engine/event_queue.h"
+#include "platform/engine/pool.h"
 #include "platform/engine/process_graph.h"
 #include "platform/engine/random.h"
 
@@ -41,11 +43,8 @@ public:
 private:
     static constexpr std::uint32_t None = UINT32_MAX;
 
-    /// Reference to something in a pool that may have been given up meanwhile.
-    struct Handle {
-        std::uint32_t index = None;
-        std::uint32_t serial = 0;
-    };
+    using Handle = PoolHandle;
+
     /// A process or sub-process instance.
     struct Scope {
         std::uint32_t serial = 0;
@@ -95,20 +94,6 @@ private:
         std::uint32_t boundary = None;
     };
 
-    template <class Item>
-    class Pool {
-    public:
-        std::uint32_t take();
-        void giveBack(std::uint32_t index);
-        Item& operator[](std::uint32_t index) { return items[index]; }
-        [[nodiscard]] Handle handle(std::uint32_t index) const { return {index, items[index].serial}; }
-        [[nodiscard]] bool holds(Handle handle) const { return items[handle.index].serial == handle.serial; }
-
-    private:
-        std::vector<Item> items;
-        std::vector<std::uint32_t> free;
-    };
-
     [[nodiscard]] const ProcessModel& modelOf(std::uint32_t scope) {
         return graph.models()[scopes[scope].model];
     }
@@ -122,6 +107,8 @@ private:
         return branchStreams[numberOf(scope, node)];
     }
     double sampleWork(std::uint32_t scope, std::uint32_t node);
+
+    static SV::String numberedKey(std::string_view prefix, std::uint64_t number);
 
     // Flow of tokens.
     std::uint32_t openScope(std::uint32_t model, std::uint32_t callingPass);

@@ -7,7 +7,9 @@
 
 #include "platform/engine/simulation.h"
 #include "platform/engine/trace_replay.h"
+#include "platform/interchange/repository_document.h"
 #include "tests/platform/engine/process_builder.h"
+#include "tests/platform/interchange/test_files.h"
 
 namespace mero {
 namespace {
@@ -228,6 +230,49 @@ TEST_F(EventTraceTest, FailureToWriteIsReported) {
     output.setstate(std::ios::badbit);
     EventTraceWriter writer(output, repository, environmentId);
     EXPECT_FALSE(writer.finish().isGood());
+}
+
+/// Environment that the command line of an example names, 0 for none.
+MeroId environmentOf(const std::string& arguments, const Repository& repository) {
+    std::istringstream words(arguments);
+    std::string word;
+    while (words >> word) {
+        if (word == "--environment" && words >> word) {
+            return repository.findModel(word)->id;
+        }
+    }
+    return MeroNoId;
+}
+
+TEST(EventTraceExamples, ReadBackAsTheyWereWritten) {
+    for (const auto& example : test::contentOf(test::sourceFile("tests/system/golden"))) {
+        SCOPED_TRACE(example.filename());
+        if (!std::filesystem::exists(example / "trace.csv")) {
+            continue;
+        }
+        Repository repository;
+        const auto loaded =
+            readRepositoryDocument(test::readFile(example / "repo.json"), "repo.json", repository);
+        ASSERT_TRUE(loaded.isGood()) << loaded.error().text;
+        const MeroId environment = environmentOf(test::readFile(example / "arguments.txt"), repository);
+
+        const auto trace = readEventTraceFile(example / "trace.csv", repository, environment);
+        ASSERT_TRUE(trace.isGood()) << trace.error().text;
+        const auto fingerprintOf = [](const EventTrace& played, EventSink* sink) {
+            ControlComponent control;
+            control.setSink(sink);
+            replayTrace(played, control);
+            return control.fingerprint();
+        };
+        std::stringstream written;
+        EventTraceWriter writer(written, repository, environment);
+        const std::uint64_t fingerprint = fingerprintOf(trace.value(), &writer);
+        ASSERT_TRUE(writer.finish().isGood());
+        const auto again = readEventTrace(written, "written", repository, environment);
+        ASSERT_TRUE(again.isGood()) << again.error().text;
+        EXPECT_EQ(again.value().size(), trace.value().size());
+        EXPECT_EQ(fingerprintOf(again.value(), nullptr), fingerprint);
+    }
 }
 
 /// Stands in for a locale that the machine may not have; the locale owns it.
