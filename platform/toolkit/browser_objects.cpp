@@ -46,7 +46,8 @@ struct MeroShrinkExpandBrowserObjects::Impl {
         return row;
     }
 
-    [[nodiscard]] const BrowserRow* rowShownAt(int place) const {
+    /// Null outside the table.
+    [[nodiscard]] BrowserRow* rowShownAt(int place) {
         const bool isInside = place >= 0 && static_cast<std::size_t>(place) < rows.size();
         return isInside ? &rows[order.rowAt(static_cast<std::size_t>(place))] : nullptr;
     }
@@ -103,11 +104,11 @@ void MeroShrinkExpandBrowserObjects::setSecondHeader(const SV::String& text) {
 
 bool MeroShrinkExpandBrowserObjects::replaceField(const SV::String& text, int row, int column,
                                                   [[maybe_unused]] int redraw) {
-    if (impl->rowShownAt(row) == nullptr || !impl->hasColumn(column)) {
+    BrowserRow* shown = impl->rowShownAt(row);
+    if (shown == nullptr || !impl->hasColumn(column)) {
         return false;
     }
-    const RowOrder::Row index = impl->order.rowAt(static_cast<std::size_t>(row));
-    impl->rows[index].cells[static_cast<std::size_t>(column)] = text;
+    shown->cells[static_cast<std::size_t>(column)] = text;
     return true;
 }
 
