@@ -71,6 +71,8 @@ int MeroSuperAgent::attachToInstance(MeroId newInstanceId, MeroId newModelId) {
     const Default definitionDefault = readForAttaching(TextRole::Definition, definition);
     const Default calendarDefault = readForAttaching(TextRole::Calendar, calendar);
     const Default objectsDefault = readForAttaching(TextRole::Objects, objects);
+    definitionUnread = definitionDefault == Default::InObject;
+    otherTextUnread = calendarDefault == Default::InObject || objectsDefault == Default::InObject;
     applyDefaults(definitionDefault, calendarDefault, objectsDefault);
     if (definitionDefault == Default::Unused) {
         readDefinitionText(definition);

@@ -46,6 +46,8 @@ public:
     /// default; one that can't be read counts as empty and is left as it is in the repository. 0 if the
     /// instance isn't an agent: the object is then a temporary agent.
     int attachToInstance(MeroId newInstanceId, MeroId newModelId);
+    /// True if a text couldn't be read when attaching: attaching again, outside of a run, makes up for it.
+    [[nodiscard]] bool hasUnreadTexts() const { return definitionUnread || otherTextUnread; }
     /// 0 for a temporary agent.
     [[nodiscard]] MeroId getInstanceId() const { return instanceId; }
 
@@ -192,6 +194,9 @@ private:
     std::vector<MeroPassiveComponent*> attachedComponents;
     std::unique_ptr<MeroKilnParser> runParser;  ///< of the current run's text
     MeroControlComponent* control = nullptr;
+
+    bool definitionUnread = false;  ///< the object doesn't know the stored settings and must not rewrite them
+    bool otherTextUnread = false;
 
     bool definitionChanged = true;
     bool definitionValid = false;

@@ -33,6 +33,7 @@ int MeroSuperAgent::readDefinition(MeroKilnParser* parser) {
         return StatusRefused;
     }
     definitionChanged = true;
+    definitionUnread = false;
     settings.read(*parser);
     analyses = readAnalysisKeywords(*parser);
     if (!analyses.any()) {
@@ -105,7 +106,7 @@ SV::String& MeroSuperAgent::getDefinitionText(SV::String& text) {
     text = {};
     SV::String stored;
     SV::String name;
-    if (readText(TextRole::Definition, stored) != StatusOk || getName(name) != StatusOk) {
+    if (definitionUnread || readText(TextRole::Definition, stored) != StatusOk || getName(name) != StatusOk) {
         return text;
     }
     MeroKilnParser parser(stored, SV::String(LabelDefinition), name);

@@ -70,6 +70,9 @@ int MeroAgentManagement::getSuperAgentFromList(const MeroId& agentId, MeroSuperA
 MeroSuperAgent& MeroAgentManagement::ensureSuperAgent(MeroId agentId, MeroId modelId) {
     MeroSuperAgent* agent = nullptr;
     if (getSuperAgentFromList(agentId, agent) == StatusOk) {
+        if (agent->hasUnreadTexts() && !agent->isStarted()) {
+            agent->attachToInstance(agentId, modelId);
+        }
         return *agent;
     }
     auto made = std::make_unique<MeroSuperAgent>();

@@ -153,8 +153,13 @@ std::unique_ptr<MeroAtomarAgent> createSubAgent(int type, MeroId modelId, MeroSu
         return nullptr;
     }
     std::unique_ptr<MeroAtomarAgent> agent = makeEventAgent(type);
-    if (agent == nullptr || !agent->initAgent(modelId, owner)) {
+    if (agent == nullptr) {
         status = StatusNoSubAgentObject;
+        return nullptr;
+    }
+    if (!agent->initAgent(modelId, owner)) {
+        // Only a repository that doesn't tell the model's kind keeps a permitted agent from its start.
+        status = StatusRepositoryError;
         return nullptr;
     }
     status = StatusOk;
