@@ -4,6 +4,7 @@
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 #include <optional>
+#include <unordered_map>
 
 #include "component/host/core_variables.h"
 
@@ -45,11 +46,52 @@ void taken(const Result<void>& result, const DocumentNode& place) {
     }
 }
 
+/// Objects of a model by name alone, agents left out; made on first use and not kept up to date.
+class ObjectNames {
+public:
+    explicit ObjectNames(const Repository& source) : repository(source) {}
+
+    /// `classId` 0 means any class.
+    std::vector<MeroId> find(MeroId model, MeroId classId, std::string_view name) {
+        const auto& index = indexOf(model);
+        const auto entry = index.find(name);
+        if (entry == index.end()) {
+            return {};
+        }
+        std::vector<MeroId> found = entry->second;
+        std::erase_if(found, [&](MeroId id) {
+            return classId != MeroNoId && repository.findObject(id)->classId != classId;
+        });
+        return found;
+    }
+
+private:
+    using Index = std::unordered_map<std::string_view, std::vector<MeroId>>;
+
+    /// The names are the repository's own, which nothing renames meanwhile.
+    const Index& indexOf(MeroId model) {
+        const auto [entry, fresh] = indices.try_emplace(model);
+        if (fresh) {
+            for (const MeroId id : repository.findModel(model)->objects) {
+                const Object& object = *repository.findObject(id);
+                if (!repository.library().findClass(object.classId)->agent) {
+                    entry->second[object.name.view()].push_back(id);
+                }
+            }
+        }
+        return entry->second;
+    }
+
+    const Repository& repository;
+    std::unordered_map<MeroId, Index> indices;
+};
+
 /// One reading of one document. Objects are made in a first pass over the models, what refers to other
 /// objects or models is looked up in a second.
 class DocumentReader {
 public:
-    explicit DocumentReader(Repository& target) : repository(target), library(target.library()) {}
+    explicit DocumentReader(Repository& target)
+        : repository(target), library(target.library()), names(target) {}
 
     void read(const DocumentNode& document) {
         checkHeader(document);
@@ -247,7 +289,7 @@ private:
                 classId = classOf(*classNode, model).id;
             }
         }
-        const std::vector<MeroId> found = objectsNamed(model, classId, nameNode.text());
+        const std::vector<MeroId> found = names.find(model, classId, nameNode.text());
         if (found.empty()) {
             nameNode.refuse(fmt::format("there is no object {}", inQuotes(nameNode.text())));
         }
@@ -261,22 +303,6 @@ private:
                                         library.findClass(object.classId)->name));
         }
         return found.front();
-    }
-
-    /// Objects of the name, agents left out; `classId` 0 means any class.
-    [[nodiscard]] std::vector<MeroId> objectsNamed(MeroId model, MeroId classId,
-                                                   const std::string& name) const {
-        std::vector<MeroId> found;
-        for (const Library::Class& candidate : library.classes()) {
-            if (candidate.abstract || candidate.agent || (classId != MeroNoId && candidate.id != classId)) {
-                continue;
-            }
-            const Object* object = repository.findObject(model, candidate.id, name);
-            if (object != nullptr && object->classId == candidate.id) {
-                found.push_back(object->id);
-            }
-        }
-        return found;
     }
 
     void checkReferences() const {
@@ -304,6 +330,7 @@ private:
 
     Repository& repository;
     const Library& library;
+    ObjectNames names;
     std::vector<MeroId> madeModels;
     std::vector<PendingReference> references;
 };
@@ -313,9 +340,10 @@ using Json = nlohmann::ordered_json;
 /// Writes what differs from the defaults, in the order of the library.
 class DocumentWriter {
 public:
-    explicit DocumentWriter(const Repository& source) : repository(source), library(source.library()) {}
+    explicit DocumentWriter(const Repository& source)
+        : repository(source), library(source.library()), names(source) {}
 
-    [[nodiscard]] Json document() const {
+    [[nodiscard]] Json document() {
         Json models = Json::array();
         for (const MeroId id : repository.modelIds()) {
             models.push_back(model(*repository.findModel(id)));
@@ -324,7 +352,7 @@ public:
     }
 
 private:
-    [[nodiscard]] Json model(const Model& source) const {
+    [[nodiscard]] Json model(const Model& source) {
         Json node{{"name", source.name.view()}, {"type", library.modelTypes()[source.type].name}};
         if (source.access == ModelAccess::Read) {
             node["access"] = "read";
@@ -388,7 +416,7 @@ private:
         return std::get<double>(value);
     }
 
-    [[nodiscard]] Json relation(const Relation& source) const {
+    [[nodiscard]] Json relation(const Relation& source) {
         const MeroId ownModel = repository.findObject(source.from)->modelId;
         Json entry{{"class", library.findRelationClass(source.classId)->name},
                    {"from", end(source.from, ownModel)},
@@ -398,10 +426,10 @@ private:
     }
 
     /// The name alone where it is enough.
-    [[nodiscard]] Json end(MeroId id, MeroId ownModel) const {
+    [[nodiscard]] Json end(MeroId id, MeroId ownModel) {
         const Object& object = *repository.findObject(id);
         const bool foreign = object.modelId != ownModel;
-        const bool ambiguous = isAmbiguous(object);
+        const bool ambiguous = names.find(object.modelId, MeroNoId, object.name.view()).size() > 1;
         if (!foreign && !ambiguous) {
             return object.name.view();
         }
@@ -416,21 +444,9 @@ private:
         return node;
     }
 
-    [[nodiscard]] bool isAmbiguous(const Object& object) const {
-        for (const Library::Class& other : library.classes()) {
-            if (other.id == object.classId || other.abstract || other.agent) {
-                continue;
-            }
-            const Object* found = repository.findObject(object.modelId, other.id, object.name.view());
-            if (found != nullptr && found->classId == other.id) {
-                return true;
-            }
-        }
-        return false;
-    }
-
     const Repository& repository;
     const Library& library;
+    ObjectNames names;
 };
 
 }  // namespace
