@@ -80,8 +80,8 @@ std::optional<std::size_t> firstBadUtf8(std::string_view text) {
 std::optional<std::string> fromUtf16(std::string_view bytes, bool bigEndian) {
     std::string text;
     const auto unitAt = [&](std::size_t index) -> char32_t {
-        const auto first = static_cast<unsigned char>(bytes[index]);
-        const auto second = static_cast<unsigned char>(bytes[index + 1]);
+        const char32_t first = static_cast<unsigned char>(bytes[index]);
+        const char32_t second = static_cast<unsigned char>(bytes[index + 1]);
         return bigEndian ? (first << 8) | second : (second << 8) | first;
     };
     if (bytes.size() % 2 != 0) {

@@ -33,8 +33,7 @@ struct EvaluationFailure {};
 
 void makeSet(Objects& objects) {
     std::ranges::sort(objects);
-    const auto doubles = std::ranges::unique(objects);
-    objects.erase(doubles.begin(), doubles.end());
+    objects.erase(std::unique(objects.begin(), objects.end()), objects.end());
 }
 
 SV::String textOf(const QuotedText& quoted) {
