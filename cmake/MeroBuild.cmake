@@ -30,8 +30,9 @@ function(mero_configure_target target)
   target_compile_options(
     ${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
-    # False alarms on the concatenation of std::string (GCC bug 105651).
-    target_compile_options(${target} PRIVATE -Wno-restrict)
+    # False alarms in optimised code: concatenation of std::string (GCC bug 105651), std::optional and initialiser
+    # lists (GCC bug 80635).
+    target_compile_options(${target} PRIVATE -Wno-restrict -Wno-maybe-uninitialized)
   endif()
 endfunction()
 
