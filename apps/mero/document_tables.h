@@ -1,0 +1,19 @@
+#pragma once
+
+#include <vector>
+
+#include "apps/mero/spark_line.h"
+#include "apps/mero/text_table.h"
+#include "platform/interchange/history_file.h"
+#include "platform/interchange/result_document.h"
+
+namespace mero {
+
+/// Tables of a result document: for each super agent one of its values and one of each history.
+[[nodiscard]] std::vector<TextTable> tablesOf(const ResultDocument& document, const std::string& source,
+                                              CharacterSet characters);
+/// Readings of a history file, an object a row, with a small plot.
+[[nodiscard]] TextTable tableOf(const HistoryFile& history, const std::string& source,
+                                CharacterSet characters);
+
+}  // namespace mero

@@ -1,0 +1,124 @@
+#include "apps/mero/import_command.h"
+
+#include <CLI/CLI.hpp>
+#include <filesystem>
+#include <fmt/format.h>
+
+#include "apps/mero/atomic_file.h"
+#include "apps/mero/repository_file.h"
+#include "platform/interchange/bpmn_import.h"
+#include "platform/interchange/repository_document.h"
+
+namespace mero {
+
+namespace {
+
+/// A document is told by its first character, whatever the file is called.
+bool isDocument(const std::string& bytes) {
+    const std::size_t first = bytes.find_first_not_of(" \t\r\n\xef\xbb\xbf");
+    return first != std::string::npos && bytes[first] == '{';
+}
+
+void describeModel(const Repository& repository, MeroId id, const Console& console) {
+    const Model& model = *repository.findModel(id);
+    std::size_t elements = 0;
+    std::size_t agents = 0;
+    for (const MeroId objectId : model.objects) {
+        const Object* const object = repository.findObject(objectId);
+        const Library::Class* const kind = repository.library().findClass(object->classId);
+        ++(kind != nullptr && kind->agent ? agents : elements);
+    }
+    console.out << fmt::format("  {} \"{}\": {} elements, {} relations",
+                               repository.library().modelTypes()[model.type].name, model.name.view(),
+                               elements, model.relations.size());
+    if (agents > 0) {
+        console.out << fmt::format(", {} agents", agents);
+    }
+    console.out << '\n';
+}
+
+}  // namespace
+
+CLI::App* ImportCommand::describe(CLI::App& program) {
+    CLI::App* const command = program.add_subcommand(
+        "import",
+        "Example:\n  mero import shop.mero order.bpmn --parameters order.json\n\n"
+        "Adds the processes of BPMN 2.0 files, or the models of repository documents, to a repository,\n"
+        "which is made if it isn't there. Either everything is added or nothing.");
+    command->add_option("REPO", repositoryFile, "Repository: a .mero file or a repository document")
+        ->required();
+    command->add_option("FILE", files, "BPMN 2.0 files and repository documents")->required();
+    command->add_option("--parameters", parametersFile, "Simulation parameters (JSON) of the one BPMN file")
+        ->type_name("FILE");
+    return command;
+}
+
+Result<void> ImportCommand::importProcesses(const std::string& name, const std::string& bytes,
+                                            Repository& repository, const Console& console) const {
+    std::string parameterBytes;
+    std::optional<ImportFile> parameters;
+    if (!parametersFile.empty()) {
+        Result<std::string> read = readWholeFile(parametersFile);
+        if (!read) {
+            return read.error();
+        }
+        parameterBytes = std::move(read.value());
+        parameters = ImportFile{parameterBytes, parametersFile};
+    }
+    const Result<ImportReport> report = importBpmn({bytes, name}, repository, parameters);
+    if (!report) {
+        return report.error();
+    }
+    for (const MeroId model : report.value().models) {
+        describeModel(repository, model, console);
+    }
+    if (report.value().environment != MeroNoId) {
+        describeModel(repository, report.value().environment, console);
+    }
+    if (!report.value().notes.empty()) {
+        console.out << "  Not executed as the file has it:\n";
+    }
+    for (const ImportNote& note : report.value().notes) {
+        console.out << "    " << noteText(note) << '\n';
+    }
+    return {};
+}
+
+Result<void> ImportCommand::importFile(const std::string& name, Repository& repository,
+                                       const Console& console) const {
+    const Result<std::string> bytes = readWholeFile(name);
+    if (!bytes) {
+        return bytes.error();
+    }
+    console.out << name << ":\n";
+    if (!isDocument(bytes.value())) {
+        return importProcesses(name, bytes.value(), repository, console);
+    }
+    const std::size_t before = repository.modelIds().size();
+    if (Result<void> read = readRepositoryDocument(bytes.value(), name, repository); !read) {
+        return read;
+    }
+    const std::vector<MeroId> models = repository.modelIds();
+    for (std::size_t index = before; index < models.size(); ++index) {
+        describeModel(repository, models[index], console);
+    }
+    return {};
+}
+
+Result<void> ImportCommand::run(Console& console) {
+    if (!parametersFile.empty() && files.size() > 1) {
+        return Error{"--parameters belongs to one BPMN file; import the files one by one"};
+    }
+    auto file = RepositoryFile::open(repositoryFile, RepositoryFile::Use::Create);
+    if (!file) {
+        return file.error();
+    }
+    for (const std::string& name : files) {
+        if (Result<void> imported = importFile(name, file.value()->repository(), console); !imported) {
+            return Error{imported.error().text + " (nothing was imported)"};
+        }
+    }
+    return file.value()->save();
+}
+
+}  // namespace mero

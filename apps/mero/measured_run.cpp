@@ -1,0 +1,105 @@
+#include "apps/mero/measured_run.h"
+
+#include <filesystem>
+#include <fmt/format.h>
+
+#include "component/host/core_variables.h"
+#include "component/host/sv_boxes.h"
+
+#include "apps/mero/agent_definitions.h"
+#include "component/agents/atomar_agent.h"
+#include "component/agents/super_agent.h"
+#include "platform/toolkit/internal_errors.h"
+
+namespace mero {
+
+namespace {
+
+/// The attributes that hold the times of an activity.
+ISequence<MeroId> simulationAttributes() {
+    const Library& library = Library::standard();
+    const MeroId activity = library.coreVariable(CoreActivity);
+    ISequence<MeroId> attributes;
+    for (const char* const name : {"Execution time", "Waiting time", "Resting time", "Transport time"}) {
+        const Library::Attribute* const attribute = library.findAttribute(activity, name);
+        attributes.append(attribute != nullptr ? attribute->id : MeroNoId);
+    }
+    return attributes;
+}
+
+/// Why agents don't measure, in the user's words; empty if all that should do.
+std::string describeStart(int status) {
+    switch (status) {
+        case StatusOk:
+        case StatusInvalidAgents:  // the question about them has told it
+            return {};
+        case StatusRepositoryError:
+            return "the agents couldn't be started: a called model is missing or isn't loaded";
+        default:
+            return fmt::format("not all agents could be started (status {})", status);
+    }
+}
+
+}  // namespace
+
+MeasuredRun::MeasuredRun(Repository& models, const RunOptions& runOptions, const RunPlan& runPlan,
+                         const Console& target)
+    : repository(models),
+      options(runOptions),
+      plan(runPlan),
+      console(target),
+      messages(target),
+      services(models) {}
+
+void MeasuredRun::start(ControlComponent& control) {
+    ISortedSet<MeroId> models;
+    models.insertRange(plan.models.begin(), plan.models.end());
+    startStatus =
+        management.simStart(options.analysis, &control, simulationAttributes(), models, plan.environment,
+                            plan.start ? &*plan.start : nullptr, options.daysPerYear, options.hoursPerDay);
+    if (const std::string text = describeStart(startStatus); !text.empty()) {
+        console.tell(text);
+    }
+}
+
+std::vector<std::string> MeasuredRun::findHistoryFiles() const {
+    std::vector<std::string> files;
+    for (const auto& agent : management.getSuperAgents()) {
+        if (!agent->isRunPrepared()) {
+            continue;
+        }
+        SV::String definition;
+        for (const SubAgentSection& section : sectionsOf(agent->getDefinitionText(definition).view())) {
+            const auto subAgent = agent->findSubAgentByName(SV::String(section.name));
+            std::error_code status;
+            if (!section.historyFile.empty() && subAgent != nullptr && subAgent->hasHistory(true) &&
+                std::filesystem::exists(section.historyFile, status)) {
+                files.push_back(section.historyFile);
+            }
+        }
+    }
+    return files;
+}
+
+RunResults MeasuredRun::finish() {
+    ResultCollector collector(repository, options);
+    for (const auto& agent : management.getSuperAgents()) {
+        collector.collect(*agent);
+    }
+    RunResults results;
+    results.historyFiles = findHistoryFiles();
+    results.tables = std::move(collector.tables());
+    results.document.analysis = options.analysis;
+    results.document.simStart = startStatus;
+    results.document.agents = std::move(collector.agents());
+    results.document.simEnd = management.simEnd();
+    for (const SV::BoxRecord& box : SV::BoxDesk::GetGlobal().getRecords()) {
+        results.document.messages.push_back(fmt::format("0x{:X}", box.message.value));
+    }
+    for (const InternalError& error : InternalErrorLog::GetGlobal().getErrors()) {
+        results.document.internalErrors.push_back(error.module);
+    }
+    return results;
+}
+
+}  // namespace mero

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "component/host/sv_datetime.h"
+
+#include "apps/mero/text_table.h"
+#include "component/agents/agent_types.h"
+#include "component/display/agent_result_windows.h"
+#include "platform/repository/repository.h"
+#include "platform/support/result.h"
+
+namespace CLI {
+class App;
+}
+
+namespace mero {
+
+enum class ResultFormat { Table, Csv, Json };
+
+/// Options that all runs share: what is run, how results are scaled and shown.
+struct RunOptions {
+    enum class Analyses { PathAlone, All };
+
+    void describe(CLI::App& command, Analyses offered);
+    /// What the options can't tell one by one.
+    [[nodiscard]] Result<void> check() const;
+
+    [[nodiscard]] MeroDisplayKind displayKind() const { return total ? DisplayTotal : DisplayDetail; }
+    [[nodiscard]] CharacterSet characters() const {
+        return ascii ? CharacterSet::Ascii : CharacterSet::BoxDrawing;
+    }
+    /// Word of `--analysis`.
+    [[nodiscard]] std::string analysisName() const;
+
+    std::string repositoryFile;
+    int analysis = AnalysisPath;
+    std::vector<std::string> models;  ///< each a name, or several with commas
+    std::string environment;
+    std::string start;
+    double daysPerYear = 365.0;
+    double hoursPerDay = 24.0;
+    std::optional<int> scaled;  ///< process starts in a period
+    std::string period;
+    std::string scope;
+    ResultFormat format = ResultFormat::Table;
+    bool total = false;
+    bool sum = false;
+    bool extremes = false;
+    bool ascii = false;
+    bool timing = false;
+    std::string recordFile;
+
+private:
+    bool detail = false;  ///< the default, for who wants to write it
+};
+
+/// Models and start of a run, as the repository knows them.
+struct RunPlan {
+    std::vector<MeroId> models;
+    MeroId environment = MeroNoId;
+    std::optional<SV::DateTime> start;
+};
+
+/// Finds the models by name and loads those that aren't.
+Result<RunPlan> planRun(const RunOptions& options, Repository& repository);
+
+}  // namespace mero

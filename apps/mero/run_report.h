@@ -1,0 +1,36 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <string>
+
+#include "apps/mero/measured_run.h"
+
+namespace mero {
+
+/// Seconds of the stages of a run.
+class RunTiming {
+public:
+    /// Ends the stage before.
+    void begin(const char* stage);
+    /// Ends the last stage and tells all.
+    void tell(std::uint64_t events, const Console& console);
+
+private:
+    using Clock = std::chrono::steady_clock;
+    struct Stage {
+        const char* name;
+        double seconds;
+    };
+
+    void endStage();
+
+    std::vector<Stage> stages;
+    Clock::time_point started;
+};
+
+/// Prints results in the form asked for. `run` names the run in tables and CSV lines.
+void printResults(const RunResults& results, const RunOptions& options, const std::string& run,
+                  const Console& console);
+
+}  // namespace mero

@@ -1,0 +1,128 @@
+#include "apps/mero/simulate_command.h"
+
+#include <CLI/CLI.hpp>
+#include <fmt/format.h>
+
+#include "component/host/core_time.h"
+
+#include "apps/mero/event_recorder.h"
+#include "apps/mero/progress_bar.h"
+#include "apps/mero/repository_file.h"
+#include "apps/mero/run_report.h"
+#include "platform/engine/simulation.h"
+
+namespace mero {
+
+namespace {
+
+void tellSummary(const RunSummary& summary, const Console& console) {
+    console.tell(fmt::format(
+        "{} instances started, {} finished, {} dropped, {} unfinished; {} events, fingerprint {:016x}",
+        summary.started, summary.finished, summary.dropped, summary.unfinished, summary.events,
+        summary.fingerprint));
+    for (const auto& [report, count] : summary.reports) {
+        console.tell(fmt::format("{} ({} times)", report, count));
+    }
+    if (summary.cancelled) {
+        console.tell("interrupted: the results are of the instances so far");
+    }
+}
+
+}  // namespace
+
+CLI::App* SimulateCommand::describe(CLI::App& program) {
+    CLI::App* const command = program.add_subcommand(
+        "simulate",
+        "Example:\n  mero simulate shop.mero --models Order --instances 1000 --seed 7\n\n"
+        "Simulates processes and shows what their agents measure. The same seed gives the same run.");
+    options.describe(*command, RunOptions::Analyses::PathAlone);
+    command->add_option("--instances", instances, "Process instances of each main model")
+        ->check(CLI::Range(std::uint64_t{1}, std::uint64_t{1'000'000'000'000}).description(""))
+        ->type_name("N");
+    command->add_option("--until", until, "End of the run at the latest, YY:DDD:HH:MM:SS behind its start")
+        ->type_name("TIME");
+    command->add_option("--seed", seed, "Begin of the random numbers")->capture_default_str()->type_name("N");
+    return command;
+}
+
+Result<void> SimulateCommand::checkUsage() const {
+    if (instances == 0 && until.empty()) {
+        return Error{"the run has no end: --instances or --until is missing"};
+    }
+    if (!until.empty() && !MeroCoreTime::isTime(SV::String(until))) {
+        return Error{"--until: \"" + until + "\" isn't a time YY:DDD:HH:MM:SS"};
+    }
+    return options.check();
+}
+
+Result<void> SimulateCommand::run(Console& console) {
+    RunTiming timing;
+    timing.begin("load");
+    const auto file = RepositoryFile::open(options.repositoryFile, RepositoryFile::Use::Read);
+    if (!file) {
+        return file.error();
+    }
+    Repository& repository = file.value()->repository();
+    const Result<RunPlan> plan = planRun(options, repository);
+    if (!plan) {
+        return plan.error();
+    }
+    SimulationSettings settings;
+    settings.analysis = static_cast<Analysis>(options.analysis);
+    settings.models = plan.value().models;
+    settings.environment = plan.value().environment;
+    settings.instances = instances;
+    settings.seed = seed;
+    settings.timeBase = {options.daysPerYear, options.hoursPerDay};
+    if (!until.empty()) {
+        MeroCoreTime time(0.0, options.daysPerYear, options.hoursPerDay);
+        settings.until = static_cast<std::int64_t>(time._s2d(SV::String(until)));
+    }
+    const Result<Simulation> simulation = Simulation::prepare(repository, settings);
+    if (!simulation) {
+        return simulation.error();
+    }
+    for (const std::string& problem : simulation.value().problems()) {
+        console.tell(problem);
+    }
+    ControlComponent control;
+    auto recorder = EventRecorder::open(options.recordFile, repository, plan.value().environment, control);
+    if (!recorder) {
+        return recorder.error();
+    }
+
+    timing.begin("run");
+    MeasuredRun run(repository, options, plan.value(), console);
+    run.start(control);
+    RunSummary summary;
+    {
+        ProgressBar progress(console, "simulating instances");
+        const std::uint64_t total = instances * settings.models.size();
+        summary = simulation.value().run(control, [&](std::uint64_t started, std::int64_t) {
+            progress.show(started, total);
+            return console.interrupted == nullptr || !console.interrupted();
+        });
+    }
+    timing.begin("results");
+    const RunResults results = run.finish();
+    if (Result<void> recorded = recorder.value()->finish(); !recorded) {
+        return recorded;
+    }
+    std::string names;
+    for (const MeroId model : settings.models) {
+        names += (names.empty() ? "" : ", ") + std::string(repository.findModel(model)->name.view());
+    }
+    printResults(results, options,
+                 fmt::format("simulation of {}, {} instances, seed {}", names, summary.started, seed),
+                 console);
+    tellSummary(summary, console);
+    if (!options.recordFile.empty()) {
+        console.tell("events written to " + options.recordFile);
+    }
+    if (options.timing) {
+        timing.tell(control.eventCount(), console);
+    }
+    return {};
+}
+
+}  // namespace mero

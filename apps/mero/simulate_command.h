@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstdint>
+
+#include "apps/mero/command.h"
+#include "apps/mero/run_options.h"
+
+namespace mero {
+
+/// Simulates the processes of a repository under the eyes of its agents.
+class SimulateCommand final : public Command {
+public:
+    CLI::App* describe(CLI::App& program) override;
+    [[nodiscard]] Result<void> checkUsage() const override;
+    Result<void> run(Console& console) override;
+
+private:
+    RunOptions options;
+    std::uint64_t instances = 0;
+    std::string until;
+    std::uint64_t seed = 1;
+};
+
+}  // namespace mero
