@@ -264,6 +264,9 @@ SV::String& MeroEventProcessingAgent::getHistoryHeader(SV::String& header) const
 void MeroEventProcessingAgent::endRun() {
     const MeroWaitCursor wait;
     const MeroEventMessage message(RunEndMessage);
+    if (agentState == AgentRunning) {
+        finishMeasure();
+    }
     instances.clear();
     clearRunData();
     agentState = AgentFinished;

@@ -90,6 +90,10 @@ protected:
     SV::String& getHistoryHeader(SV::String& header) const;
     /// What every agent does at the end of the run: frees what it keeps for it, state 5.
     void endRun();
+    /// The last of the measure, before anything is freed.
+    virtual void finishMeasure() {}
+    /// Frees what the agent keeps for a run besides `instances`.
+    virtual void clearRunData() {}
 
     std::unique_ptr<MeroCalendar> calendar;
     std::int32_t finishedProcesses = 0;  ///< goes on counting over a restart, unless the agent says otherwise
@@ -101,8 +105,6 @@ private:
     void failWith(const SV::String& boxText);
     void showDuplicateInstance();
     [[nodiscard]] int prepareAgain();
-    /// Frees what the agent keeps for a run besides `instances`.
-    virtual void clearRunData() {}
 };
 
 /// Shows the event message, if there is such a window, and asks to hide it at the end of its life.

@@ -8,8 +8,8 @@ int MeroMeasuringAgent::processEvent(MeroSimEvent* event) {
     if (agentState == AgentFailed || agentState == AgentIdle) {
         return EventHandled;
     }
-    const bool running = agentState == AgentRunning;
-    switch (event->code) {
+    const std::int32_t code = event->code;
+    switch (code) {
         case EventRunStart:
             agentState = AgentRunning;
             return EventHandled;
@@ -20,22 +20,29 @@ int MeroMeasuringAgent::processEvent(MeroSimEvent* event) {
             restartAgent();
             return EventHandled;
         case EventInstanceDropped:
-        case EventSubInstanceDropped:
-            dropInstance(*event);
+        case EventSubInstanceDropped: {
+            SV::String key;
+            event->getInstanceKey(&key);
+            dropInstance(key);
             return EventHandled;
-        case EventProcessStart:
-            return running ? startProcess(*event) : EventHandled;
-        case EventSubProcessStart:
-            return running ? startSubProcess(*event) : EventHandled;
-        case EventSubProcessEnd: {
-            MeroId endingModel = MeroNoId;
-            event->getModelId(&endingModel);
-            return running && endingModel == modelId ? endInstance(*event) : EventHandled;
         }
-        case EventProcessEnd:
-            return running ? endInstance(*event) : EventHandled;
         default:
-            return running ? measure(*event) : EventHandled;
+            break;
+    }
+    if (agentState != AgentRunning && needsRunningState(code)) {
+        return EventHandled;
+    }
+    switch (code) {
+        case EventProcessStart:
+            return startProcess(*event);
+        case EventSubProcessStart:
+            return startSubProcess(*event);
+        case EventProcessEnd:
+            return endProcess(*event);
+        case EventSubProcessEnd:
+            return endSubProcess(*event);
+        default:
+            return measure(*event);
     }
 }
 
@@ -57,17 +64,42 @@ int MeroMeasuringAgent::startProcess(const MeroSimEvent& event) {
     return EventHandled;
 }
 
-void MeroMeasuringAgent::dropInstance(const MeroSimEvent& event) {
-    SV::String key;
-    event.getInstanceKey(&key);
-    instances.erase(key);
+bool MeroMeasuringAgent::readCall(const MeroSimEvent& event, Call& call) {
+    event.getCalledModelId(&call.calledModel);
+    event.getCalledInstanceKey(&call.calledKey);
+    event.getCallingObjectId(&call.callingObject);
+    event.getMainModelId(&call.mainModel);
+    event.getMainInstanceKey(&call.mainKey);
+    event.getModelId(&call.model);
+    event.getInstanceKey(&call.callerKey);
+    return readTime(event, call.time);
 }
 
-bool MeroMeasuringAgent::isInWorkingTime(double time) {
-    return !isWorkLoadAnalysis(analysisType) || isInCalendarInterval(time);
+int MeroMeasuringAgent::startSubProcess(const MeroSimEvent& event) {
+    Call call;
+    if (!readCall(event, call)) {
+        return EventTimeOutOfRange;
+    }
+    bool isOwnModel = false;
+    if (!isInObservedScope(call.calledModel, call.callingObject, call.mainKey, call.callerKey, isOwnModel)) {
+        return EventHandled;
+    }
+    if (!isInWorkingTime(call.time)) {
+        instances.erase(call.mainKey);
+        return EventHandled;
+    }
+    if (isOwnModel) {
+        if (!addProcessInstance(modelId, call.calledKey, call.mainKey, call.time)) {
+            return EventHandled;
+        }
+    } else if (MeroAgentProcessInstance* const process = findInstance(call.mainKey)) {
+        enterCall(*process, call);
+    }
+    noteCall(call);
+    return EventHandled;
 }
 
-int MeroMeasuringAgent::endInstance(const MeroSimEvent& event) {
+int MeroMeasuringAgent::endProcess(const MeroSimEvent& event) {
     SV::String mainKey;
     event.getMainInstanceKey(&mainKey);
     MeroAgentProcessInstance* const process = findInstance(mainKey);
@@ -84,11 +116,22 @@ int MeroMeasuringAgent::endInstance(const MeroSimEvent& event) {
     }
     if (*counts) {
         ++finishedProcesses;
-        emitInstance(*process,
-                     isWorkLoadAnalysis(analysisType) ? time : static_cast<double>(finishedProcesses));
+        MeroId endingModel = MeroNoId;
+        event.getModelId(&endingModel);
+        emitInstance(*process, {endingModel, abscissaAt(time)});
     }
     instances.erase(mainKey);
     return EventHandled;
+}
+
+int MeroMeasuringAgent::endSubProcess(const MeroSimEvent& event) {
+    MeroId endingModel = MeroNoId;
+    event.getModelId(&endingModel);
+    return endingModel == modelId ? endProcess(event) : EventHandled;
+}
+
+void MeroMeasuringAgent::dropInstance(const SV::String& key) {
+    instances.erase(key);
 }
 
 std::optional<bool> MeroMeasuringAgent::countsAtEnd(const MeroAgentProcessInstance& process, double time) {
@@ -106,11 +149,30 @@ std::optional<bool> MeroMeasuringAgent::countsAtEnd(const MeroAgentProcessInstan
     return std::nullopt;
 }
 
+bool MeroMeasuringAgent::isInWorkingTime(double time) {
+    return !isWorkLoadAnalysis(analysisType) || isInCalendarInterval(time);
+}
+
+double MeroMeasuringAgent::abscissaAt(double time) const {
+    return isWorkLoadAnalysis(analysisType) ? time : static_cast<double>(finishedProcesses);
+}
+
 MeroPathView MeroMeasuringAgent::pathOfObject(const MeroAgentSubProcessInstance& instance, MeroId objectId) {
     pathBuffer = instance.getCallPath();
     if (pathBuffer.empty() || pathBuffer.back() != objectId) {
         pathBuffer.push_back(objectId);
     }
+    return pathBuffer;
+}
+
+MeroPathView MeroMeasuringAgent::pathFromObject(const MeroAgentSubProcessInstance& instance,
+                                                MeroId objectId) {
+    const MeroPath& callPath = instance.getCallPath();
+    pathBuffer.clear();
+    if (callPath.empty() || callPath.front() != objectId) {
+        pathBuffer.push_back(objectId);
+    }
+    pathBuffer.insert(pathBuffer.end(), callPath.begin(), callPath.end());
     return pathBuffer;
 }
 
@@ -122,11 +184,12 @@ int MeroMeasuringAgent::prepareRun(int analysis) {
     }
     analysisType = analysis;
     using Step = int (MeroMeasuringAgent::*)();
-    for (const Step step :
-         {static_cast<Step>(&MeroMeasuringAgent::evaluateObservedObjects),
-          &MeroMeasuringAgent::objectsEvaluated,
-          static_cast<Step>(&MeroMeasuringAgent::extendObservedObjects), &MeroMeasuringAgent::objectsExtended,
-          &MeroMeasuringAgent::makeResultSet, static_cast<Step>(&MeroMeasuringAgent::makeCalendar)}) {
+    for (const Step step : {&MeroMeasuringAgent::checkConfiguration,
+                            static_cast<Step>(&MeroMeasuringAgent::evaluateObservedObjects),
+                            &MeroMeasuringAgent::objectsEvaluated,
+                            static_cast<Step>(&MeroMeasuringAgent::extendObservedObjects),
+                            &MeroMeasuringAgent::objectsExtended, &MeroMeasuringAgent::makeResultSet,
+                            &MeroMeasuringAgent::prepareMeasure, &MeroMeasuringAgent::prepareCalendar}) {
         const int status = (this->*step)();
         if (status != StatusOk) {
             return status;

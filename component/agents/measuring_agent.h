@@ -16,39 +16,78 @@ protected:
         MeroResultMode mode;
     };
 
+    /// A sub-process that starts.
+    struct Call {
+        MeroId calledModel = MeroNoId;
+        MeroId callingObject = MeroNoId;
+        MeroId mainModel = MeroNoId;
+        MeroId model = MeroNoId;  ///< model of the caller
+        SV::String calledKey;
+        SV::String callerKey;
+        SV::String mainKey;
+        double time = 0.0;
+    };
+
+    /// How an instance ended.
+    struct InstanceEnd {
+        MeroId model;     ///< model of the process that ended
+        double abscissa;  ///< place in the history: the count of finished processes, or the time
+    };
+
     // What a concrete agent adds. Event handlers give a `MeroEventStatus`, steps of the preparation a
     // `MeroErrorCode`.
 
-    [[nodiscard]] virtual ResultSetTraits getResultSetTraits() const = 0;
+    /// Whether the agent honours the event only while it is running.
+    [[nodiscard]] virtual bool needsRunningState([[maybe_unused]] std::int32_t code) const { return true; }
     /// Opens a main process of the agent's model that begins in working time.
     virtual int startProcess(const MeroSimEvent& event);
-    virtual int startSubProcess(const MeroSimEvent& event) = 0;
-    /// Any event of a pass, while the agent is running.
+    /// Opens a called process that concerns the agent: as a process of its own if it runs the agent's model.
+    /// One that begins out of working time costs the whole main process.
+    virtual int startSubProcess(const MeroSimEvent& event);
+    /// A called process of another model, in a main process that is alive.
+    virtual void enterCall(MeroAgentProcessInstance& process, const Call& call) = 0;
+    /// After a call has been entered or opened.
+    virtual void noteCall([[maybe_unused]] const Call& call) {}
+    /// Any event of a pass.
     virtual int measure(const MeroSimEvent& event) = 0;
-    /// Hands over the values of an instance that has ended and counts. `abscissa` is its place in the
-    /// history.
-    virtual void emitInstance(MeroAgentProcessInstance& process, double abscissa) = 0;
+    virtual int endProcess(const MeroSimEvent& event);
+    /// Ends the main process if the called one runs the agent's model.
+    virtual int endSubProcess(const MeroSimEvent& event);
+    virtual void dropInstance(const SV::String& key);
+    /// Whether an instance counts that ends at `time`; nothing if that can't be told and the agent has been
+    /// ended.
+    [[nodiscard]] virtual std::optional<bool> countsAtEnd(const MeroAgentProcessInstance& process,
+                                                          double time);
+    /// Hands over the values of an instance that counts.
+    virtual void emitInstance(MeroAgentProcessInstance& process, const InstanceEnd& end) = 0;
+
+    /// Before anything is evaluated.
+    virtual int checkConfiguration() { return StatusOk; }
     /// After the object expression has been evaluated.
     virtual int objectsEvaluated() { return StatusOk; }
     /// After the objects of called models have joined.
     virtual int objectsExtended() { return StatusOk; }
+    [[nodiscard]] virtual ResultSetTraits getResultSetTraits() const = 0;
+    virtual int makeResultSet();
+    /// The agent's own maps and flags.
+    virtual int prepareMeasure() { return StatusOk; }
+    /// Agents that don't test working time make none.
+    virtual int prepareCalendar() { return makeCalendar(); }
 
     // What the agents share
 
+    /// False if the time can't be held.
+    static bool readCall(const MeroSimEvent& event, Call& call);
     /// Whether a process that begins or ends at `time` does so in working time; in the first two analyses
     /// always.
     [[nodiscard]] bool isInWorkingTime(double time);
     /// The path of a value: that of its instance, the object appended unless it is last. Valid until the next
     /// call.
     [[nodiscard]] MeroPathView pathOfObject(const MeroAgentSubProcessInstance& instance, MeroId objectId);
+    /// The same with the object in front, unless it is first.
+    [[nodiscard]] MeroPathView pathFromObject(const MeroAgentSubProcessInstance& instance, MeroId objectId);
+    [[nodiscard]] double abscissaAt(double time) const;
 
 private:
-    int endInstance(const MeroSimEvent& event);
-    void dropInstance(const MeroSimEvent& event);
-    /// Whether an instance counts that ends at `time`; nothing if that can't be told and the agent has been
-    /// ended.
-    [[nodiscard]] std::optional<bool> countsAtEnd(const MeroAgentProcessInstance& process, double time);
-    int makeResultSet();
-
     MeroPath pathBuffer;
 };

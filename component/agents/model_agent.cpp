@@ -51,19 +51,28 @@ int MeroModelAgent::extendObservedObjects() {
         return status;
     }
     observedObjects.insertAll(calledModels);
-    return addActivitiesOf(calledModels);
+    return joinObjectsOf(calledModels);
 }
 
-int MeroModelAgent::addActivitiesOf(const ISortedSet<MeroId>& models) {
+int MeroModelAgent::joinObjectsOf(const ISortedSet<MeroId>& calledModels) {
+    ISortedSet<MeroId> activities;
+    const int status = findInstances(calledModels, Mero_GetCoreVar(CoreActivity), activities);
+    if (status == StatusOk) {
+        observedObjects.insertAll(activities);
+    }
+    return status;
+}
+
+int MeroModelAgent::findInstances(const ISortedSet<MeroId>& models, MeroId classId,
+                                  ISortedSet<MeroId>& found) {
     auto& repository = MeroCoreModelingManager::GetGlobal()->basic();
     for (const MeroId model : models) {
-        ISortedSet<MeroId> activities;
-        if (!succeeded(repository.getAllInstancesOfClassAndSubClassInModel(
-                           model, Mero_GetCoreVar(CoreActivity), activities, true),
+        ISortedSet<MeroId> inModel;
+        if (!succeeded(repository.getAllInstancesOfClassAndSubClassInModel(model, classId, inModel, true),
                        __LINE__)) {
             return StatusRepositoryError;
         }
-        observedObjects.insertAll(activities);
+        found.insertAll(inModel);
     }
     return StatusOk;
 }

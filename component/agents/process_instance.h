@@ -39,6 +39,8 @@ public:
     /// nowhere; false if it isn't there. Taking out one that has values is an internal error, reported.
     bool removeSubProcess(const SV::String& instanceKey, bool hadValues);
 
+    /// Null before `addTopInstance`.
+    [[nodiscard]] MeroAgentSubProcessInstance* getTopInstance() { return top; }
     [[nodiscard]] bool hasInstance(const SV::String& instanceKey) const {
         return instances.contains(instanceKey);
     }

@@ -1,14 +1,8 @@
 #include "component/display/agent_browser_objects.h"
 
-#include <algorithm>
-
 #include "component/host/basic_services.h"
 #include "component/host/core_variables.h"
 #include "component/host/repository.h"
-
-bool MeroAgentBrowserObjects::PathEqual::operator()(MeroPathView left, MeroPathView right) const {
-    return std::ranges::equal(left, right);
-}
 
 MeroAgentBrowserObjects::MeroAgentBrowserObjects() = default;
 MeroAgentBrowserObjects::~MeroAgentBrowserObjects() = default;

@@ -31,21 +31,12 @@ private:
         SV::String numberText;
         int nextChildNumber;
     };
-    struct PathHash {
-        using is_transparent = void;
-        std::size_t operator()(MeroPathView path) const { return hashOfPath(path); }
-    };
-    struct PathEqual {
-        using is_transparent = void;
-        bool operator()(MeroPathView left, MeroPathView right) const;
-    };
-
     [[nodiscard]] Row* findRow(MeroPathView path);
     /// Null if the row can't be made.
     Row* createRow(MeroPathView path, const SV::String& emptyCellText);
     [[nodiscard]] const SV::String& labelOf(MeroId id);
 
-    std::unordered_map<MeroPath, std::unique_ptr<Row>, PathHash, PathEqual> rowIndex;
+    std::unordered_map<MeroPath, std::unique_ptr<Row>, MeroPathHash, MeroPathEqual> rowIndex;
     std::unordered_map<MeroId, SV::String> labels;
     int nextRootNumber = 1;
 };

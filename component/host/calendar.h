@@ -5,6 +5,9 @@
 
 #include "component/host/sv_string.h"
 
+/// Code of `MeroCalendar::intersection` for two calendars that share no working time.
+inline constexpr int CalendarNothingInCommon = 26;
+
 /// Working-time calendar. Times are whole seconds since the start of the run; time 0 is the calendar's start.
 /// Every operation gives 0 on success.
 class MeroCalendar {
@@ -31,8 +34,10 @@ public:
     /// 1 if `time` lies in a working interval, which contains its beginning and not its end. `end` gets the
     /// time at which the current working interval or pause ends.
     int isInCurrentInterval(std::int64_t time, std::int64_t& end, int& inInterval) const;
-    /// 1 if both share a working second anywhere in the cycle in which both repeat.
-    int intersection(const MeroCalendar& other, int& hasCommonTime) const;
+    /// Makes `common` the calendar of the seconds in which both work; it keeps its own start.
+    /// `CalendarNothingInCommon`, and no change, if there is no such second anywhere in the cycle in which
+    /// both repeat.
+    int intersection(const MeroCalendar& other, MeroCalendar& common) const;
 
 private:
     struct Impl;

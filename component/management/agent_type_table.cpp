@@ -7,7 +7,13 @@
 #include "component/agents/support_agent.h"
 #include "component/management/general_services.h"
 #include "component/management/repository_call.h"
+#include "component/subagents/average_attribute_sum_agent.h"
+#include "component/subagents/change_worker_agent.h"
+#include "component/subagents/cycle_time_agent.h"
 #include "component/subagents/frequency_agent.h"
+#include "component/subagents/strain_agent.h"
+#include "component/subagents/unweighted_ref_cost_agent.h"
+#include "component/subagents/work_load_agent.h"
 
 namespace {
 
@@ -87,8 +93,22 @@ int permissionInModel(int type, MeroId modelId) {
 
 std::unique_ptr<MeroAtomarAgent> makeEventAgent(int type) {
     switch (type) {
+        case AgentTypeAverageSum:
+            return std::make_unique<MeroAvgAttributeSumAgent>();
+        case AgentTypeStrain:
+            return std::make_unique<MeroStrainAgent>();
+        case AgentTypeWorkLoad:
+            return std::make_unique<MeroWorkLoadAgent>();
+        case AgentTypeCycleTime:
+            return std::make_unique<MeroCycleTimeAgent>();
         case AgentTypeSupport:
             return std::make_unique<MeroSupportAgent>();
+        case AgentTypeWeightedCost:
+            return std::make_unique<MeroRefCostAgent>();
+        case AgentTypeUnweightedCost:
+            return std::make_unique<MeroUnWeightedRefCostAgent>();
+        case AgentTypeChangeOfWorker:
+            return std::make_unique<MeroChangeWorkerAgent>();
         case AgentTypeFrequency:
             return std::make_unique<MeroFrequencyAgent>();
         default:

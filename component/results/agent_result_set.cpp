@@ -201,13 +201,15 @@ MeroDoubleResultItem* MeroAgentResultSet::findItem(MeroPathView path, MeroId ite
 }
 
 std::vector<MeroDoubleResult*> MeroAgentResultSet::getResults(bool ignoreShowFlag) {
+    return showsValues(ignoreShowFlag) ? getAllResults() : std::vector<MeroDoubleResult*>();
+}
+
+std::vector<MeroDoubleResult*> MeroAgentResultSet::getAllResults() {
+    results.sortBy(std::less<>{});
     std::vector<MeroDoubleResult*> ordered;
-    if (showsValues(ignoreShowFlag)) {
-        results.sortBy(std::less<>{});
-        ordered.reserve(results.size());
-        for (auto& [key, result] : results) {
-            ordered.push_back(result.get());
-        }
+    ordered.reserve(results.size());
+    for (auto& [key, result] : results) {
+        ordered.push_back(result.get());
     }
     return ordered;
 }

@@ -74,6 +74,8 @@ public:
     [[nodiscard]] MeroDoubleResultItem* findItem(MeroPathView path, MeroId itemKey);
     /// By ascending item key; empty where nothing may be shown.
     [[nodiscard]] std::vector<MeroDoubleResult*> getResults(bool ignoreShowFlag);
+    /// All that the set holds, whatever may be shown, by ascending item key.
+    [[nodiscard]] std::vector<MeroDoubleResult*> getAllResults();
     /// Closed for reading; null where there is none or it may not be shown.
     [[nodiscard]] MeroSequenceResult* getHistory(bool ignoreShowFlag = false);
 

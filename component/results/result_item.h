@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <span>
 #include <vector>
@@ -33,6 +34,16 @@ enum MeroDivisorChange : int {
 [[nodiscard]] SV::String getPathKey(MeroPathView path);
 
 [[nodiscard]] std::size_t hashOfPath(MeroPathView path);
+
+/// For tables by path that are searched without making a path of their own.
+struct MeroPathHash {
+    using is_transparent = void;
+    std::size_t operator()(MeroPathView path) const { return hashOfPath(path); }
+};
+struct MeroPathEqual {
+    using is_transparent = void;
+    bool operator()(MeroPathView left, MeroPathView right) const { return std::ranges::equal(left, right); }
+};
 
 /// One value position of an object: the value for one path.
 class MeroResultItem {

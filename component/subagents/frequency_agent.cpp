@@ -131,60 +131,21 @@ void MeroFrequencyAgent::markExecuted(MeroId id) {
     }
 }
 
-void MeroFrequencyAgent::countOwnModel(MeroAgentProcessInstance& process, const SV::String& instanceKey,
-                                       MeroId model) const {
-    if (model == modelId && process.getValue(instanceKey, model) == nullptr) {
-        process.addFirstValue(instanceKey, model, OnePass, MeroValueUse::Replace);
+void MeroFrequencyAgent::countOwnModel(MeroAgentSubProcessInstance& collector, MeroId model) const {
+    if (model == modelId && !collector.hasValue(model)) {
+        collector.addFirstValue(model, OnePass, MeroValueUse::Replace);
     }
 }
 
-int MeroFrequencyAgent::startSubProcess(const MeroSimEvent& event) {
-    SV::String callerKey;
-    SV::String mainKey;
-    SV::String calledKey;
-    MeroId calledModel = MeroNoId;
-    MeroId callingObject = MeroNoId;
-    event.getInstanceKey(&callerKey);
-    event.getCalledModelId(&calledModel);
-    event.getMainInstanceKey(&mainKey);
-    event.getCallingObjectId(&callingObject);
-    bool isOwnModel = false;
-    if (!isInObservedScope(calledModel, callingObject, mainKey, callerKey, isOwnModel)) {
-        return EventHandled;
+void MeroFrequencyAgent::enterCall(MeroAgentProcessInstance& process, const Call& call) {
+    if (MeroAgentSubProcessInstance* const collector = process.getCollector(call.callerKey)) {
+        countOwnModel(*collector, call.model);
     }
-    double time = 0.0;
-    if (!readTime(event, time)) {
-        return EventTimeOutOfRange;
-    }
-    if (!isInWorkingTime(time)) {
-        instances.erase(mainKey);
-        return EventHandled;
-    }
-    event.getCalledInstanceKey(&calledKey);
-    if (!isOwnModel) {
-        countCall(event, mainKey, callerKey, calledKey, calledModel);
-    } else if (!addProcessInstance(modelId, calledKey, mainKey, time)) {
-        return EventHandled;
-    }
-    markExecuted(calledModel);
-    return EventHandled;
-}
-
-void MeroFrequencyAgent::countCall(const MeroSimEvent& event, const SV::String& mainKey,
-                                   const SV::String& callerKey, const SV::String& calledKey,
-                                   MeroId calledModel) {
-    MeroAgentProcessInstance* const process = findInstance(mainKey);
-    if (process == nullptr) {
-        return;
-    }
-    MeroId model = MeroNoId;
-    event.getModelId(&model);
-    countOwnModel(*process, callerKey, model);
-    const MeroPlacement placement = classifyObject(modelId, calledModel);
+    const MeroPlacement placement = classifyObject(modelId, call.calledModel);
     if (placement == MeroPlacement::UnderObject ||
-        (placement == MeroPlacement::UnderCaller && model == modelId)) {
-        process->addSubProcess(calledKey, callerKey, calledModel, MeroCollecting::ByItself);
-        process->addFirstValue(calledKey, calledModel, OnePass, MeroValueUse::Accumulate);
+        (placement == MeroPlacement::UnderCaller && call.model == modelId)) {
+        process.addSubProcess(call.calledKey, call.callerKey, call.calledModel, MeroCollecting::ByItself);
+        process.addFirstValue(call.calledKey, call.calledModel, OnePass, MeroValueUse::Accumulate);
     }
 }
 
@@ -217,9 +178,7 @@ int MeroFrequencyAgent::countPass(const MeroSimEvent& event) {
     }
     MeroId model = MeroNoId;
     event.getModelId(&model);
-    if (model == modelId && !collector->hasValue(model)) {
-        collector->addFirstValue(model, OnePass, MeroValueUse::Replace);
-    }
+    countOwnModel(*collector, model);
     if (classifyObject(modelId, model) == MeroPlacement::UnderObject) {
         collector->addFirstValue(object, OnePass, MeroValueUse::Accumulate);
     }
@@ -229,7 +188,7 @@ int MeroFrequencyAgent::countPass(const MeroSimEvent& event) {
 
 // Results
 
-void MeroFrequencyAgent::emitInstance(MeroAgentProcessInstance& process, double abscissa) {
+void MeroFrequencyAgent::emitInstance(MeroAgentProcessInstance& process, const InstanceEnd& end) {
     for (auto& [key, instance] : process.getInstances()) {
         for (const auto& [object, value] : instance->getValues()) {
             const bool counts = !scopeObjects || object == modelId;
@@ -238,7 +197,7 @@ void MeroFrequencyAgent::emitInstance(MeroAgentProcessInstance& process, double 
                                                       : MeroPathView(instance->getCallPath()),
                                  .itemKey = object,
                                  .value = value.value,
-                                 .time = abscissa,
+                                 .time = end.abscissa,
                                  .count = finishedProcesses,
                                  .sourceAgentType = counts ? 1 : 0});
         }

@@ -24,15 +24,14 @@ private:
     [[nodiscard]] ResultSetTraits getResultSetTraits() const override;
     int objectsEvaluated() override;
     int objectsExtended() override;
-    int startSubProcess(const MeroSimEvent& event) override;
+    void enterCall(MeroAgentProcessInstance& process, const Call& call) override;
+    void noteCall(const Call& call) override { markExecuted(call.calledModel); }
     int measure(const MeroSimEvent& event) override;
-    void emitInstance(MeroAgentProcessInstance& process, double abscissa) override;
+    void emitInstance(MeroAgentProcessInstance& process, const InstanceEnd& end) override;
 
-    void countCall(const MeroSimEvent& event, const SV::String& mainKey, const SV::String& callerKey,
-                   const SV::String& calledKey, MeroId calledModel);
     int countPass(const MeroSimEvent& event);
     /// Counts a run of the agent's own model once, however many objects it passes.
-    void countOwnModel(MeroAgentProcessInstance& process, const SV::String& instanceKey, MeroId model) const;
+    void countOwnModel(MeroAgentSubProcessInstance& collector, MeroId model) const;
     int expectActivities();
     void markExecuted(MeroId id);
     bool addRowOfNotExecuted(MeroId id);

@@ -116,12 +116,17 @@ int MeroCalendar::isInCurrentInterval(std::int64_t time, std::int64_t& end, int&
     return Success;
 }
 
-int MeroCalendar::intersection(const MeroCalendar& other, int& hasCommonTime) const {
+int MeroCalendar::intersection(const MeroCalendar& other, MeroCalendar& common) const {
     if (impl->calendar == nullptr || other.impl->calendar == nullptr) {
         return Failure;
     }
     const std::int64_t shift = impl->startTime % WorkingCalendar::SecondsPerCycle -
                                other.impl->startTime % WorkingCalendar::SecondsPerCycle;
-    hasCommonTime = impl->calendar->overlaps(*other.impl->calendar, shift) ? 1 : 0;
+    if (!impl->calendar->overlaps(*other.impl->calendar, shift)) {
+        return CalendarNothingInCommon;
+    }
+    common.impl->calendar =
+        std::make_shared<const WorkingCalendar>(impl->calendar->intersect(*other.impl->calendar, shift));
+    common.impl->startTime = impl->startTime;
     return Success;
 }

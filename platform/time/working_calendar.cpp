@@ -1,6 +1,7 @@
 #include "platform/time/working_calendar.h"
 
 #include <algorithm>
+#include <map>
 
 namespace mero {
 
@@ -179,6 +180,57 @@ bool WorkingCalendar::overlaps(const WorkingCalendar& other, std::int64_t shift)
         }
     }
     return false;
+}
+
+namespace {
+
+/// Appends what `left` has in common with `right` when the day of `right` begins `offset` seconds later.
+void appendCommon(const DayPattern& left, const DayPattern& right, std::int64_t offset,
+                  std::vector<DayPattern::Range>& common) {
+    for (const auto& [leftBegin, leftEnd] : left.getRanges()) {
+        for (const auto& [rightBegin, rightEnd] : right.getRanges()) {
+            const std::int64_t begin = std::max<std::int64_t>(leftBegin, rightBegin + offset);
+            const std::int64_t end = std::min<std::int64_t>(leftEnd, rightEnd + offset);
+            if (begin < end) {
+                common.push_back({static_cast<std::int32_t>(begin), static_cast<std::int32_t>(end)});
+            }
+        }
+    }
+}
+
+}  // namespace
+
+WorkingCalendar WorkingCalendar::intersect(const WorkingCalendar& other, std::int64_t shift) const {
+    const auto otherDayAt = [](std::int64_t day) {
+        return static_cast<std::size_t>((day % DaysPerCycle + DaysPerCycle) % DaysPerCycle);
+    };
+    // The last day of the other calendar that begins at or before day 0 of this one, and how much before.
+    const std::int64_t daysBefore = shift > 0
+                                        ? -(shift + DayPattern::SecondsPerDay - 1) / DayPattern::SecondsPerDay
+                                        : -shift / DayPattern::SecondsPerDay;
+    const std::int64_t offset = daysBefore * DayPattern::SecondsPerDay + shift;
+    std::vector<DayPattern> common;
+    std::map<std::array<PatternIndex, 3>, PatternIndex> made;
+    Days commonDays{};
+    for (int day = 0; day < DaysPerCycle; ++day) {
+        const PatternIndex own = days[static_cast<std::size_t>(day)];
+        const PatternIndex first = other.days[otherDayAt(day + daysBefore)];
+        const PatternIndex second = other.days[otherDayAt(day + daysBefore + 1)];
+        const auto [place, isNew] = made.try_emplace({own, first, offset != 0 ? second : first},
+                                                     static_cast<PatternIndex>(common.size()));
+        if (isNew) {
+            std::vector<DayPattern::Range> ranges;
+            appendCommon(patterns[own], other.patterns[first], offset, ranges);
+            if (offset != 0) {
+                appendCommon(patterns[own], other.patterns[second], offset + DayPattern::SecondsPerDay,
+                             ranges);
+            }
+            std::ranges::sort(ranges, {}, &DayPattern::Range::begin);
+            common.emplace_back(ranges);
+        }
+        commonDays[static_cast<std::size_t>(day)] = place->second;
+    }
+    return {std::move(common), commonDays};
 }
 
 }  // namespace mero

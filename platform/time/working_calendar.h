@@ -30,6 +30,7 @@ public:
     [[nodiscard]] std::optional<std::int64_t> firstSecond(bool working, std::int64_t second) const;
     /// True if both have a working second in common when the other day begins `shift` seconds later.
     [[nodiscard]] bool overlaps(const DayPattern& other, std::int64_t shift) const;
+    [[nodiscard]] std::span<const Range> getRanges() const { return ranges; }
 
 private:
     /// Index of the last range that begins at or before `second`, or -1.
@@ -62,6 +63,8 @@ public:
     /// True if both have a working second in common anywhere, when time 0 of `other` lies at `shift` of this
     /// one.
     [[nodiscard]] bool overlaps(const WorkingCalendar& other, std::int64_t shift) const;
+    /// Calendar of the seconds in which both work, with time 0 of this one, when time 0 of `other` lies at `shift`.
+    [[nodiscard]] WorkingCalendar intersect(const WorkingCalendar& other, std::int64_t shift) const;
 
 private:
     [[nodiscard]] const DayPattern& patternOf(std::int64_t day) const {

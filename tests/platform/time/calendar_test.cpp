@@ -42,13 +42,22 @@ Interval intervalAt(const MeroCalendar& calendar, std::int64_t time) {
     return interval;
 }
 
+/// Also tests that the common calendar works exactly when both do.
 bool haveCommonTime(const MeroCalendar& left, const MeroCalendar& right) {
-    int forward = -1;
-    int backward = -1;
-    EXPECT_EQ(left.intersection(right, forward), 0);
-    EXPECT_EQ(right.intersection(left, backward), 0);
-    EXPECT_EQ(forward, backward);
-    return forward == 1;
+    MeroCalendar common(0, 0, 1, 365);
+    MeroCalendar reversed(0, 0, 1, 365);
+    const int code = left.intersection(right, common);
+    EXPECT_EQ(right.intersection(left, reversed), code);
+    if (code != 0) {
+        EXPECT_EQ(code, CalendarNothingInCommon);
+        return false;
+    }
+    for (std::int64_t time = -2 * Day; time < 9 * Day; time += 1709) {
+        const bool both = intervalAt(left, time).isWork && intervalAt(right, time).isWork;
+        EXPECT_EQ(intervalAt(common, time).isWork, both) << time;
+        EXPECT_EQ(intervalAt(reversed, time).isWork, both) << time;
+    }
+    return true;
 }
 
 TEST(CalendarTest, RanksElementsAndCountsDaysFromAMonday) {
@@ -190,7 +199,8 @@ TEST(CalendarTest, FailsBeforeATextWasRead) {
     int flag = 0;
     EXPECT_NE(calendar.getTimeIntervalsSumInBetween(0, 1, sum), 0);
     EXPECT_NE(calendar.isInCurrentInterval(0, sum, flag), 0);
-    EXPECT_NE(calendar.intersection(calendar, flag), 0);
+    MeroCalendar common(0, 0, 1, 365);
+    EXPECT_NE(calendar.intersection(calendar, common), 0);
 }
 
 TEST(CalendarTest, StandsTheLargestTimes) {

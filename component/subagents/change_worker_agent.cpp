@@ -1,0 +1,195 @@
+#include "component/subagents/change_worker_agent.h"
+
+#include "component/management/general_services.h"
+#include "component/subagents/observed_kind.h"
+
+namespace {
+
+constexpr SV::ResId DefaultName{0x2004ECA};
+constexpr SV::ResId AnalysisNotServed{0x200517C};
+
+constexpr double OneChange = 1.0;
+
+}  // namespace
+
+void MeroChangeWorkerAgent::MeroPreviousExecutives::noteWorker(MeroId worker, double time) {
+    if (time != lastTime) {
+        workers.clear();
+        lastTime = time;
+    }
+    workers.insert(worker);
+}
+
+MeroChangeWorkerAgent::MeroChangeWorkerAgent() {
+    agentType = AgentTypeChangeOfWorker;
+    MeroChangeWorkerAgent::registerObservedClasses();
+}
+
+void MeroChangeWorkerAgent::registerObservedClasses() {
+    observeClass(CoreActivity);
+    observeClass(CoreCall);
+}
+
+// Definition
+
+int MeroChangeWorkerAgent::setDefaultValues() {
+    setCommonDefaultValues({.volume = true, .staticWorkLoad = true, .nonStaticWorkLoad = true},
+                           SV::String(DefaultName));
+    valueKind = 3;
+    scopeObjects = false;
+    scopeAllObjects = false;
+    classOption.setDefaultValues();
+    return StatusOk;
+}
+
+int MeroChangeWorkerAgent::readDefinition(MeroKilnParser* parser) {
+    const int status = MeroEventProcessingAgent::readDefinition(parser);
+    if (parser == nullptr) {
+        return status;
+    }
+    if (analyses.path) {
+        showInfoBox(SV::String(AnalysisNotServed));
+        analyses.path = false;
+    }
+    classOption.readFlags(*parser);
+    const int classStatus = classOption.readClass(*parser, name, CoreEnvironmentLibrary);
+    return status != StatusOk ? status : classStatus;
+}
+
+SV::String& MeroChangeWorkerAgent::getDefinitionText(SV::String& text) {
+    MeroEventProcessingAgent::getDefinitionText(text);
+    classOption.appendClass(text);
+    classOption.appendFlags(text);
+    return text;
+}
+
+bool MeroChangeWorkerAgent::isEqualToDefinition(const MeroKilnParser& parser) {
+    return MeroEventProcessingAgent::isEqualToDefinition(parser) && classOption.isEqualClass(parser);
+}
+
+bool MeroChangeWorkerAgent::getObjectClass(MeroId& id) const {
+    id = classOption.getId();
+    return id != MeroNoId;
+}
+
+// Preparation
+
+int MeroChangeWorkerAgent::joinObjectsOf([[maybe_unused]] const ISortedSet<MeroId>& calledModels) {
+    return StatusOk;
+}
+
+int MeroChangeWorkerAgent::prepareMeasure() {
+    return findObservedKind(classOption.getId(), observesExecutives);
+}
+
+// Measuring
+
+MeroPlacement MeroChangeWorkerAgent::classifyObject(MeroId ownModel, MeroId otherModel) {
+    if (ownModel == otherModel || !scopeObjects) {
+        return MeroPlacement::UnderObject;
+    }
+    return scopeAllObjects ? MeroPlacement::ProcessOnly : MeroPlacement::UnderCaller;
+}
+
+int MeroChangeWorkerAgent::startProcess(const MeroSimEvent& event) {
+    MeroId mainModel = MeroNoId;
+    event.getMainModelId(&mainModel);
+    double time = 0.0;
+    if (mainModel == modelId && readTime(event, time) && !isInWorkingTime(time)) {
+        SV::String mainKey;
+        event.getMainInstanceKey(&mainKey);
+        instances.erase(mainKey);
+        return EventHandled;
+    }
+    return MeroMeasuringAgent::startProcess(event);
+}
+
+void MeroChangeWorkerAgent::enterCall(MeroAgentProcessInstance& process, const Call& call) {
+    const MeroPlacement placement = classifyObject(modelId, call.calledModel);
+    const bool byCaller = placement == MeroPlacement::UnderObject ||
+                          (placement == MeroPlacement::UnderCaller && call.model != modelId);
+    if (!process.addSubProcess(call.calledKey, call.callerKey, call.calledModel,
+                               byCaller ? MeroCollecting::ByCollectorOfCaller : MeroCollecting::ByItself)) {
+        abortAgent();
+    }
+}
+
+int MeroChangeWorkerAgent::measure(const MeroSimEvent& event) {
+    const bool opens = event.code == (observesExecutives ? EventExecutiveAssigned : EventResourceBound);
+    const bool closes = event.code == (observesExecutives ? EventWorkEnd : EventResourceFreed);
+    if (!opens && !closes) {
+        return EventHandled;
+    }
+    SV::String mainKey;
+    SV::String instanceKey;
+    event.getMainInstanceKey(&mainKey);
+    event.getInstanceKey(&instanceKey);
+    double time = 0.0;
+    if (!readTime(event, time)) {
+        return EventTimeOutOfRange;
+    }
+    if (!isEventRelevant({.instance = true, .calendar = true}, mainKey, instanceKey, MeroNoId, time)) {
+        return EventHandled;
+    }
+    if (opens) {
+        assign(event, mainKey, instanceKey);
+    } else {
+        finishStep(event, mainKey, time);
+    }
+    return EventHandled;
+}
+
+void MeroChangeWorkerAgent::assign(const MeroSimEvent& event, const SV::String& mainKey,
+                                   const SV::String& instanceKey) {
+    MeroId model = MeroNoId;
+    MeroId worker = MeroNoId;
+    event.getModelId(&model);
+    if (observesExecutives) {
+        event.getAssignedExecutiveId(&worker);
+    } else {
+        event.getResourceId(&worker);
+    }
+    const MeroId target = classifyObject(modelId, model) == MeroPlacement::UnderObject ? modelId : model;
+    const MeroPreviousExecutives* const previous = previousExecutives.find(mainKey);
+    const double changed = previous != nullptr && previous->isChange(worker) ? OneChange : 0.0;
+    findInstance(mainKey)->addFirstValue(instanceKey, target, changed, MeroValueUse::Accumulate);
+}
+
+void MeroChangeWorkerAgent::finishStep(const MeroSimEvent& event, const SV::String& mainKey, double time) {
+    MeroId worker = MeroNoId;
+    if (observesExecutives) {
+        event.getExecutiveId(&worker);
+    } else {
+        event.getResourceId(&worker);
+    }
+    MeroPreviousExecutives* previous = previousExecutives.find(mainKey);
+    if (previous == nullptr) {
+        previous = &previousExecutives.add(mainKey, {});
+    }
+    previous->noteWorker(worker, time);
+}
+
+void MeroChangeWorkerAgent::emitInstance(MeroAgentProcessInstance& process, const InstanceEnd& end) {
+    for (auto& [key, instance] : process.getInstances()) {
+        if (instance->isCollected()) {
+            continue;
+        }
+        const MeroId id = instance->getModelId();
+        resultSet->addValue({.objectId = id,
+                             .path = instance->getCallPath(),
+                             .itemKey = id,
+                             .value = instance->sumFirstValues(MeroNoId).value_or(0.0),
+                             .time = end.abscissa,
+                             .count = finishedProcesses,
+                             .sourceAgentType = id == modelId ? 1 : 0});
+    }
+}
+
+// Results
+
+MeroAgentResultSet* MeroChangeWorkerAgent::getResultSet([[maybe_unused]] const MeroResultRequest& request) {
+    if (resultSet != nullptr) {
+        resultSet->setDivisor(finishedProcesses);
+    }
+    return resultSet.get();
+}

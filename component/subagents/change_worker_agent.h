@@ -1,0 +1,55 @@
+#pragma once
+
+#include "component/agents/measuring_agent.h"
+#include "component/subagents/named_option.h"
+
+/// How often a process instance passes from one worker to another: each time an object goes to a worker who
+/// wasn't among those who finished the step before. Counted per model, as a mean over the finished instances;
+/// on process models, in all analyses but the path analysis.
+class MeroChangeWorkerAgent : public MeroMeasuringAgent {
+public:
+    MeroChangeWorkerAgent();
+
+    int readDefinition(MeroKilnParser* parser) override;
+    SV::String& getDefinitionText(SV::String& text) override;
+    int setDefaultValues() override;
+    [[nodiscard]] bool isEqualToDefinition(const MeroKilnParser& parser) override;
+    MeroAgentResultSet* getResultSet(const MeroResultRequest& request) override;
+    [[nodiscard]] MeroPlacement classifyObject(MeroId ownModel, MeroId otherModel) override;
+    /// False without one.
+    bool getObjectClass(MeroId& id) const;
+
+private:
+    /// Who finished the step before: all that did so at the same moment.
+    class MeroPreviousExecutives {
+    public:
+        void noteWorker(MeroId worker, double time);
+        /// Whether going on to `worker` is a change; the first step of an instance is none.
+        [[nodiscard]] bool isChange(MeroId worker) const {
+            return !workers.empty() && !workers.contains(worker);
+        }
+
+    private:
+        ISortedSet<MeroId> workers;
+        double lastTime = -1.0;
+    };
+
+    void registerObservedClasses() override;
+    [[nodiscard]] ResultSetTraits getResultSetTraits() const override {
+        return {ValueTypeSingle, ResultModeMean};
+    }
+    int joinObjectsOf(const ISortedSet<MeroId>& calledModels) override;
+    int prepareMeasure() override;
+    int startProcess(const MeroSimEvent& event) override;
+    void enterCall(MeroAgentProcessInstance& process, const Call& call) override;
+    int measure(const MeroSimEvent& event) override;
+    void emitInstance(MeroAgentProcessInstance& process, const InstanceEnd& end) override;
+    void clearRunData() override { previousExecutives.clear(); }
+
+    void assign(const MeroSimEvent& event, const SV::String& mainKey, const SV::String& instanceKey);
+    void finishStep(const MeroSimEvent& event, const SV::String& mainKey, double time);
+
+    MeroNamedOption classOption{"class"};
+    bool observesExecutives = true;
+    MeroKeyedTable<SV::String, MeroPreviousExecutives> previousExecutives;  ///< by main instance key
+};

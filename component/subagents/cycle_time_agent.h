@@ -1,0 +1,62 @@
+#pragma once
+
+#include "component/agents/measuring_agent.h"
+
+/// How long a process stays in each observed object, from the moment it reaches the object to the moment the
+/// object is finished, waiting and interruptions included, and how long the passes in the agent's model take
+/// together. As a mean over the finished instances; in all four analyses, on process models.
+class MeroCycleTimeAgent : public MeroMeasuringAgent {
+public:
+    MeroCycleTimeAgent();
+
+    int setDefaultValues() override;
+    MeroAgentResultSet* getResultSet(const MeroResultRequest& request) override;
+    bool releaseCalendar() override;
+
+private:
+    /// What passes of one main process in the agent's model span.
+    struct MeroMainProcessBlock {
+        double startTime;  ///< of the first pass
+        double endTime;    ///< of the last pass closed, or the block's start
+        std::int32_t openCount = 1;
+    };
+    /// An event of a pass, or the end of a sub-process.
+    struct Pass {
+        MeroId object = MeroNoId;
+        MeroId model = MeroNoId;
+        SV::String mainKey;
+        SV::String instanceKey;
+        SV::String passKey;
+        double time = 0.0;
+    };
+
+    void registerObservedClasses() override;
+    [[nodiscard]] ResultSetTraits getResultSetTraits() const override {
+        return {ValueTypeAbsolute, ResultModeItemMean};
+    }
+    int startSubProcess(const MeroSimEvent& event) override;
+    void enterCall(MeroAgentProcessInstance& process, const Call& call) override;
+    int measure(const MeroSimEvent& event) override;
+    int endProcess(const MeroSimEvent& event) override;
+    int endSubProcess(const MeroSimEvent& event) override;
+    void dropInstance(const SV::String& key) override;
+    void emitInstance(MeroAgentProcessInstance& process, const InstanceEnd& end) override;
+    void clearRunData() override;
+
+    static bool readPass(const MeroSimEvent& event, Pass& pass);
+    void reachObject(const Pass& pass);
+    void finishObject(const Pass& pass);
+    void openPass(const SV::String& passKey, double time);
+    /// Adds the stay of an open pass to `object`. False if it can't be added.
+    [[nodiscard]] bool closePass(MeroAgentProcessInstance& process, const Pass& pass, MeroId object);
+    void enterBlock(const SV::String& mainKey, MeroId model, double time);
+    void leaveBlock(const SV::String& mainKey, double time);
+    /// Adds the span of the block to the agent's model. False if it can't be added.
+    [[nodiscard]] bool closeBlock(MeroAgentProcessInstance& process, const SV::String& mainKey,
+                                  const SV::String& instanceKey);
+    void closeIdleBlock(const SV::String& mainKey);
+    void dropProcess(const SV::String& mainKey);
+
+    MeroKeyedTable<SV::String, double> openPasses;  ///< start by key of the pass, or of the called instance
+    MeroKeyedTable<SV::String, MeroMainProcessBlock> processBlocks;  ///< by main instance key
+};

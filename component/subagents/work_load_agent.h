@@ -1,0 +1,84 @@
+#pragma once
+
+#include <unordered_map>
+
+#include "component/subagents/worker_agent.h"
+
+/// The share of the available working time in which each worker actually worked. A work period counts as far
+/// as the agent's calendar works; available is what the worker's calendar and the agent's have in common
+/// since the run began. Only in the work load analyses.
+class MeroWorkLoadAgent : public MeroWorkerAgent {
+public:
+    MeroWorkLoadAgent();
+
+    SV::String& getDefinitionText(SV::String& text) override;
+    int setDefaultValues() override;
+    /// Brings the values up to the time of the last event; with a history every call adds to it.
+    MeroAgentResultSet* getResultSet(const MeroResultRequest& request) override;
+    int processEvent(MeroSimEvent* event) override;
+    [[nodiscard]] MeroResultMode getCombinationMode() const override { return ResultModeItemMean; }
+
+    /// Seconds that the worker could have worked from the start of the run to `now`; nothing if a calendar
+    /// fails or the two have nothing in common, which a box tells.
+    [[nodiscard]] std::optional<double> getAvailableTime(MeroId workerId, double now);
+    /// Counts open periods up to now and reports all that was worked. False if the agent had to be ended.
+    bool flushWorkLoad();
+
+private:
+    /// Work that is under way, by the key of its pass.
+    class OpenPeriod : public MeroAgentObjectValueString {
+    public:
+        OpenPeriod(const Pass& pass, double start);
+        [[nodiscard]] MeroId getObject() const { return object; }
+        [[nodiscard]] MeroId getWorker() const { return worker; }
+        [[nodiscard]] const SV::String& getMainKey() const { return getFirstText(); }
+        [[nodiscard]] const SV::String& getInstanceKey() const { return getSecondText(); }
+
+    private:
+        MeroId object;
+        MeroId worker;
+    };
+    /// Seconds that were worked on one path.
+    struct WorkedTime {
+        MeroId worker;
+        double seconds;
+    };
+    using WorkedTimes = std::unordered_map<MeroPath, WorkedTime, MeroPathHash, MeroPathEqual>;
+
+    [[nodiscard]] MeroAnalysisFlags servedAnalyses() const override {
+        return {.staticWorkLoad = true, .nonStaticWorkLoad = true};
+    }
+    [[nodiscard]] ResultSetTraits getResultSetTraits() const override {
+        return {ValueTypeAbsolute, ResultModeLast};
+    }
+    [[nodiscard]] bool needsRunningState(std::int32_t code) const override;
+    [[nodiscard]] double startTimeAt(double time) const override { return time; }
+    void callFailed([[maybe_unused]] const SV::String& mainKey) override { abortAgent(); }
+    int prepareMeasure() override;
+    int measure(const MeroSimEvent& event) override;
+    int endProcess(const MeroSimEvent& event) override;
+    void emitInstance(MeroAgentProcessInstance& process, const InstanceEnd& end) override;
+    void finishMeasure() override { flushWorkLoad(); }
+    void clearRunData() override;
+
+    void openPeriod(MeroAgentProcessInstance& process, const Pass& pass);
+    void closePeriod(MeroAgentProcessInstance& process, const Pass& pass);
+    [[nodiscard]] bool addWork(MeroAgentProcessInstance& process, const Pass& pass, double seconds);
+    [[nodiscard]] std::optional<double> workedBetween(double from, double to) const;
+    bool bringUpToDate(const SV::String& passKey, OpenPeriod& period);
+    bool countOpenPeriods();
+    void collectWorkedTimes();
+    bool reportWorkedTimes();
+    [[nodiscard]] MeroPathView pathOfWork(const MeroAgentSubProcessInstance& instance, MeroId worker);
+    /// True if the path is seen for the first time.
+    bool addWorkedTime(MeroPathView path, MeroId worker, double seconds);
+    /// Times in which worker and agent both work; null after an internal error or the box for none.
+    [[nodiscard]] const MeroCalendar* availableCalendarOf(MeroId workerId);
+
+    double runStartTime = -1.0;
+    double currentTime = 0.0;  ///< of the last event
+    MeroKeyedTable<SV::String, OpenPeriod> openPeriods;
+    WorkedTimes accumulated;
+    MeroKeyedTable<MeroId, MeroCalendar> availableCalendars;
+    MeroPath workPath;
+};
