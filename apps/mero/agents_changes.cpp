@@ -80,6 +80,9 @@ private:
     std::string definitionFile;
 };
 
+/// Working hours around the clock.
+constexpr SV::ResId DefaultCalendar{0x20051A6};
+
 /// Refuses an agent that a run would refuse.
 Result<void> requireValid(MeroSuperAgent& agent, AgentsSession& session, int errorsBefore,
                           const std::string& what) {
@@ -134,8 +137,8 @@ public:
         constexpr int NoDialog = 0;
         const int status = session.management().createSuperAgent(
             modelId.value(), classId, agentId, SV::String(*texts.objects), &definition,
-            SV::String(texts.calendar.value_or("")), SV::String(texts.info.value_or("")), nullptr, NoDialog,
-            SV::String());
+            texts.calendar ? SV::String(*texts.calendar) : SV::String(DefaultCalendar),
+            SV::String(texts.info.value_or("")), nullptr, NoDialog, SV::String());
         if (Result<void> made = session.judge(status, errorsBefore, what); !made) {
             return made;
         }

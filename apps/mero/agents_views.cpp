@@ -181,7 +181,8 @@ public:
             return Error{std::to_string(invalid) + " of " + std::to_string(agents.value().size()) +
                          " agents aren't valid"};
         }
-        session.console().out << agents.value().size() << " agents, all valid\n";
+        const std::size_t count = agents.value().size();
+        session.console().out << count << (count == 1 ? " agent, valid\n" : " agents, all valid\n");
         return {};
     }
 

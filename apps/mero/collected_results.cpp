@@ -59,7 +59,7 @@ ResultSetDocument ResultCollector::write(MeroAgentResultSet& set) const {
     document.resultKind = set.getResultKind();
     document.valueType = set.getValueType();
     document.mode = set.getMode();
-    for (const MeroDoubleResult* const result : set.getResults(true)) {
+    for (const MeroDoubleResult* const result : set.getAllResults()) {
         ResultOfObject object{nameOf(result->getObjectId()), modelOf(result->getObjectId()), {}};
         for (const auto& item : result->getItems()) {
             ResultItem written{{}, item->getValue(), item->getDivisor()};

@@ -11,7 +11,7 @@ namespace mero {
 
 namespace {
 
-constexpr std::size_t PlotWidth = 40;
+constexpr std::size_t PlotWidth = 24;
 constexpr int KindTime = 2;
 
 std::string valueText(double value, int resultKind) {

@@ -62,7 +62,8 @@ Result<void> chooseLanguage(const std::string& language) {
 
 int refuseUsage(const Error& error, const CLI::App& command, const Console& console) {
     console.tell(error.text);
-    console.err << "Run \"" << command.get_name() << " --help\" for an example and all options.\n";
+    const std::string name = command.get_name() == "mero" ? "mero" : "mero " + command.get_name();
+    console.err << "Run \"" << name << " --help\" for an example and all options.\n";
     return ExitWrongUsage;
 }
 

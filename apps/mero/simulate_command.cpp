@@ -21,7 +21,7 @@ void tellSummary(const RunSummary& summary, const Console& console) {
         summary.started, summary.finished, summary.dropped, summary.unfinished, summary.events,
         summary.fingerprint));
     for (const auto& [report, count] : summary.reports) {
-        console.tell(fmt::format("{} ({} times)", report, count));
+        console.tell(fmt::format("{} ({} {})", report, count, count == 1 ? "time" : "times"));
     }
     if (summary.cancelled) {
         console.tell("interrupted: the results are of the instances so far");

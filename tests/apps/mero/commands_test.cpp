@@ -1,0 +1,175 @@
+#include <gtest/gtest.h>
+
+#include "tests/apps/mero/program_run.h"
+
+namespace mero::test {
+
+namespace {
+
+class CommandsTest : public testing::Test {
+protected:
+    CommandsTest() { writeFile(document, orderDocument()); }
+
+    TemporaryFolder folder;
+    std::string document = folder / "order.json";
+    std::string database = folder / "order.mero";
+};
+
+TEST(ProgramTest, EveryHelpBeginsWithAnExample) {
+    const std::vector<std::vector<std::string>> commands{{},
+                                                         {"import"},
+                                                         {"export"},
+                                                         {"simulate"},
+                                                         {"replay"},
+                                                         {"agents"},
+                                                         {"show"},
+                                                         {"agents", "r", "list"},
+                                                         {"agents", "r", "add"},
+                                                         {"agents", "r", "set"},
+                                                         {"agents", "r", "remove"},
+                                                         {"agents", "r", "activate"},
+                                                         {"agents", "r", "check"},
+                                                         {"agents", "r", "show"}};
+    for (std::vector<std::string> command : commands) {
+        command.emplace_back("--help");
+        const ProgramRun run = runProgram(command);
+        EXPECT_EQ(run.status, 0) << command.front();
+        EXPECT_EQ(run.out.rfind("Example:\n  mero ", 0), 0U) << run.out;
+    }
+}
+
+TEST_F(CommandsTest, WrongUsageGivesTwoAndChangesNothing) {
+    const std::vector<std::vector<std::string>> usages{
+        {},
+        {"measure"},
+        {"simulate", document},
+        {"simulate", document, "--models", "Order"},
+        {"simulate", document, "--models", "Order", "--instances", "0"},
+        {"simulate", document, "--models", "Order", "--instances", "1", "--analysis", "static"},
+        {"simulate", document, "--models", "Order", "--instances", "1", "--scaled", "1"},
+        {"simulate", document, "--models", "Order", "--until", "tomorrow"},
+        {"simulate", document, "--models", "Order", "--instances", "1", "--results", "html"},
+        {"simulate", document, "--models", "Order", "--instances", "1", "--detail", "--total"},
+        {"replay", document, "--events", "e.csv", "--models", "Order", "--analysis", "static"},
+        {"replay", document, "--events", "e.csv", "--models", "Order", "--start", "2026-02-30T08:00"},
+        {"agents", document},
+        {"agents", document, "set", "--name", "Counts"},
+        {"show"},
+        {"--language", "xx", "show", document},
+    };
+    for (const auto& usage : usages) {
+        const ProgramRun run = runProgram(usage);
+        EXPECT_EQ(run.status, 2) << testing::PrintToString(usage);
+        EXPECT_FALSE(run.err.empty());
+        EXPECT_TRUE(run.out.empty());
+    }
+    EXPECT_EQ(readFile(document), orderDocument());
+}
+
+TEST_F(CommandsTest, RefusalsNameTheReason) {
+    struct Case {
+        std::vector<std::string> arguments;
+        std::string message;
+    };
+    const std::string missing = folder / "missing.json";
+    for (const Case& refused :
+         {Case{{"simulate", document, "--models", "Ordr", "--instances", "1"}, "no model \"Ordr\""},
+          Case{{"simulate", document, "--models", "Staff", "--instances", "1"}, "working environment"},
+          Case{{"simulate", document, "--models", "Order", "--environment", "Order", "--instances", "1"},
+               "not a working environment"},
+          Case{{"simulate", missing, "--models", "Order", "--instances", "1"}, missing},
+          Case{{"replay", document, "--events", missing, "--models", "Order"}, missing},
+          Case{{"export", document, folder / "no/such/folder.json"}, "can't be written"},
+          Case{{"export", document, document + ".mero", "--language", "en"}, ""},
+          Case{{"show", missing}, missing}, Case{{"import", database, missing}, missing}}) {
+        const ProgramRun run = runProgram(refused.arguments);
+        if (refused.message.empty()) {
+            EXPECT_EQ(run.status, 0) << run.err;
+            continue;
+        }
+        EXPECT_EQ(run.status, 1) << testing::PrintToString(refused.arguments);
+        EXPECT_NE(run.err.find(refused.message), std::string::npos) << run.err;
+    }
+    EXPECT_FALSE(std::filesystem::exists(database));
+}
+
+TEST_F(CommandsTest, ImportAndExportKeepARepositoryWhole) {
+    ASSERT_EQ(runProgram({"import", database, document}).status, 0);
+    const std::string first = folder / "first.json";
+    const std::string second = folder / "second.json";
+    ASSERT_EQ(runProgram({"export", database, first}).status, 0);
+    ASSERT_EQ(runProgram({"export", first, folder / "again.mero"}).status, 0);
+    ASSERT_EQ(runProgram({"export", folder / "again.mero", second}).status, 0);
+    EXPECT_EQ(readFile(first), readFile(second));
+    EXPECT_EQ(runProgram({"export", database, "-"}).out, readFile(first));
+    const ProgramRun twice = runProgram({"import", database, document});
+    EXPECT_EQ(twice.status, 1);
+    EXPECT_NE(twice.err.find("Order"), std::string::npos);
+}
+
+TEST_F(CommandsTest, ImportReportsModelsAndWhatIsNotExecuted) {
+    const ProgramRun run = runProgram({"import", database, sourceFile("examples/PurchasingExample.bpmn"),
+                                       "--parameters", sourceFile("examples/PurchasingExample.json")});
+    EXPECT_EQ(run.status, 0) << run.err;
+    EXPECT_NE(run.out.find("Business process \"PurchasingExample\""), std::string::npos) << run.out;
+    EXPECT_NE(run.out.find("Working environment"), std::string::npos);
+}
+
+TEST_F(CommandsTest, TableShowsRunAgentAnalysisScaleAndExtremes) {
+    const ProgramRun run = runProgram({"simulate", document, "--models", "Order", "--instances", "200",
+                                       "--sum", "--extremes", "--ascii", "--timing"});
+    ASSERT_EQ(run.status, 0) << run.err;
+    for (const char* const part : {"Counts (Order)", "run: simulation of Order, 200 instances, seed 1",
+                                   "analysis: path   scale: 1", "1. Order", "  1.1. Check (Order)", "Sum"}) {
+        EXPECT_NE(run.out.find(part), std::string::npos) << part << " in\n" << run.out;
+    }
+    for (const char* const part : {"200 instances started, 200 finished, 0 dropped, 0 unfinished",
+                                   "fingerprint", "load: ", "run: ", "results: ", "events a second"}) {
+        EXPECT_NE(run.err.find(part), std::string::npos) << part << " in\n" << run.err;
+    }
+    const ProgramRun total =
+        runProgram({"simulate", document, "--models", "Order", "--instances", "200", "--total", "--ascii"});
+    EXPECT_NE(total.out.find("\n2. "), std::string::npos) << total.out;
+    EXPECT_EQ(total.out.find("1.1."), std::string::npos);
+}
+
+TEST_F(CommandsTest, CsvLinesCarryTheirContext) {
+    const ProgramRun run =
+        runProgram({"simulate", document, "--models", "Order", "--instances", "10", "--results", "csv"});
+    EXPECT_EQ(run.out.rfind("run,model,agent,measure,object_model,object,path,value,divisor,unit", 0), 0U);
+    EXPECT_NE(run.out.find(",Order,Counts,A,Order,Pack,Order / Pack,10,"), std::string::npos) << run.out;
+}
+
+TEST_F(CommandsTest, AnEmptyRunTellsTheFirstStep) {
+    writeFile(
+        document,
+        R"({"format":"mero-repository","version":1,"models":[{"name":"Empty","type":"Business process"}]})");
+    const ProgramRun run = runProgram({"simulate", document, "--models", "Empty", "--instances", "1"});
+    EXPECT_EQ(run.out, "");
+    EXPECT_NE(run.err.find("Empty"), std::string::npos) << run.err;
+}
+
+TEST_F(CommandsTest, ShowsResultDocumentsAndHistories) {
+    const std::string result = folder / "result.json";
+    const ProgramRun run =
+        runProgram({"simulate", document, "--models", "Order", "--instances", "10", "--results", "json"});
+    writeFile(result, run.out);
+    const ProgramRun shown = runProgram({"show", result, "--ascii"});
+    EXPECT_EQ(shown.status, 0) << shown.err;
+    EXPECT_NE(shown.out.find("history of A"), std::string::npos) << shown.out;
+    EXPECT_NE(shown.out.find("  Pack"), std::string::npos);
+
+    const std::string history = folder / "a.hist";
+    writeFile(history, "# History\n7; 1; 2.5; Check; twice\n7; 9; 3.5; Check; twice\n");
+    const ProgramRun readings = runProgram({"show", history, "--ascii"});
+    EXPECT_EQ(readings.status, 0) << readings.err;
+    EXPECT_NE(readings.out.find("Check; twice"), std::string::npos) << readings.out;
+    writeFile(history, "7; 1; many; Check\n");
+    const ProgramRun bad = runProgram({"show", history});
+    EXPECT_EQ(bad.status, 1);
+    EXPECT_NE(bad.err.find(history), std::string::npos) << bad.err;
+}
+
+}  // namespace
+
+}  // namespace mero::test
