@@ -15,10 +15,16 @@ struct MeroAtomarAgent::FlagKeyword {
     static constexpr std::array NameOptions{
         Entry{"hide-name", &MeroAtomarAgent::nameVisible, false},
         Entry{"lock-name", &MeroAtomarAgent::nameEditable, false},
+    };
+    static constexpr std::array AnalysisOptions{
         Entry{"hide-algorithms", &MeroAtomarAgent::hideAlgorithms, true},
+    };
+    static constexpr std::array ResultDisplay{
         Entry{"dont-show-result", &MeroAtomarAgent::showResult, false},
         Entry{"hide-show-result", &MeroAtomarAgent::showResultVisible, false},
         Entry{"lock-show-result", &MeroAtomarAgent::showResultEditable, false},
+    };
+    static constexpr std::array HistoryDisplay{
         Entry{"dont-show-history", &MeroAtomarAgent::showHistory, false},
         Entry{"hide-show-history", &MeroAtomarAgent::showHistoryVisible, false},
         Entry{"lock-show-history", &MeroAtomarAgent::showHistoryEditable, false},
@@ -33,6 +39,8 @@ struct MeroAtomarAgent::FlagKeyword {
         Entry{"hide-history-disk", &MeroAtomarAgent::historyDiskVisible, false},
         Entry{"lock-history-disk", &MeroAtomarAgent::historyDiskEditable, false},
     };
+    static constexpr std::array<std::span<const Entry>, 6> All{
+        NameOptions, AnalysisOptions, ResultDisplay, HistoryDisplay, Histories, HistoryOptions};
 };
 
 MeroAtomarAgent::MeroAtomarAgent() = default;
@@ -52,9 +60,7 @@ bool MeroAtomarAgent::initAgent(MeroId model, MeroSuperAgent* owner) {
 
 void MeroAtomarAgent::setCommonDefaultValues(const MeroAnalysisFlags& defaultAnalyses,
                                              const SV::String& defaultName) {
-    for (const auto& table : {std::span<const FlagKeyword::Entry>(FlagKeyword::NameOptions),
-                              std::span<const FlagKeyword::Entry>(FlagKeyword::Histories),
-                              std::span<const FlagKeyword::Entry>(FlagKeyword::HistoryOptions)}) {
+    for (const auto& table : FlagKeyword::All) {
         for (const auto& [keyword, field, whenContained] : table) {
             this->*field = !whenContained;
         }
@@ -85,9 +91,9 @@ int MeroAtomarAgent::readDefinition(MeroKilnParser* parser) {
     if (status != StatusOk) {
         return status;
     }
-    readKeywordFlags<MeroAtomarAgent>(*parser, *this, FlagKeyword::NameOptions);
-    readKeywordFlags<MeroAtomarAgent>(*parser, *this, FlagKeyword::Histories);
-    readKeywordFlags<MeroAtomarAgent>(*parser, *this, FlagKeyword::HistoryOptions);
+    for (const auto& table : FlagKeyword::All) {
+        readKeywordFlags<MeroAtomarAgent>(*parser, *this, table);
+    }
     if (historyMem && historyDisk) {
         showStatusMessage(StatusBadDefinition);
         historyDisk = false;
@@ -97,6 +103,24 @@ int MeroAtomarAgent::readDefinition(MeroKilnParser* parser) {
     }
     readAnalyses(*parser);
     return StatusOk;
+}
+
+void MeroAtomarAgent::readNameOptions(const MeroKilnParser& parser) {
+    readKeywordFlags<MeroAtomarAgent>(parser, *this, FlagKeyword::NameOptions);
+    readKeywordFlags<MeroAtomarAgent>(parser, *this, FlagKeyword::AnalysisOptions);
+}
+
+void MeroAtomarAgent::appendNameOptions(SV::String& text) const {
+    appendKeywordFlags<MeroAtomarAgent>(text, *this, FlagKeyword::NameOptions, MeroSectionLineStart);
+}
+
+void MeroAtomarAgent::readDisplayOptions(const MeroKilnParser& parser) {
+    readKeywordFlags<MeroAtomarAgent>(parser, *this, FlagKeyword::ResultDisplay);
+    readKeywordFlags<MeroAtomarAgent>(parser, *this, FlagKeyword::HistoryDisplay);
+}
+
+void MeroAtomarAgent::appendResultDisplay(SV::String& text) const {
+    appendKeywordFlags<MeroAtomarAgent>(text, *this, FlagKeyword::ResultDisplay, MeroSectionLineStart);
 }
 
 void MeroAtomarAgent::readAnalyses(const MeroKilnParser& parser) {
@@ -109,7 +133,12 @@ void MeroAtomarAgent::readAnalyses(const MeroKilnParser& parser) {
 SV::String& MeroAtomarAgent::getDefinitionText(SV::String& text) {
     text = getKeywordOfType(getAgentType());
     text += "\n name:" + MeroKilnParser::GetKilnTextOfStrValue(name);
-    appendKeywordFlags<MeroAtomarAgent>(text, *this, FlagKeyword::NameOptions, MeroSectionLineStart);
+    for (const auto& table : {std::span<const FlagKeyword::Entry>(FlagKeyword::NameOptions),
+                              std::span<const FlagKeyword::Entry>(FlagKeyword::AnalysisOptions),
+                              std::span<const FlagKeyword::Entry>(FlagKeyword::ResultDisplay),
+                              std::span<const FlagKeyword::Entry>(FlagKeyword::HistoryDisplay)}) {
+        appendKeywordFlags<MeroAtomarAgent>(text, *this, table, MeroSectionLineStart);
+    }
     if (historyMem || historyDisk) {
         text += historyMem ? "\n history-mem" : "\n history-disk";
     }

@@ -73,6 +73,13 @@ protected:
     /// Reads "name", without which nothing more is read, and tests the type. A `MeroErrorCode`.
     int readNameAndType(MeroKilnParser* parser);
     void readAnalyses(const MeroKilnParser& parser);
+    /// "hide-name", "lock-name" and "hide-algorithms".
+    void readNameOptions(const MeroKilnParser& parser);
+    /// "hide-name" and "lock-name".
+    void appendNameOptions(SV::String& text) const;
+    /// Whether results and histories are shown, and the options for that.
+    void readDisplayOptions(const MeroKilnParser& parser);
+    void appendResultDisplay(SV::String& text) const;
 
     /// Adds to the observed objects what the relations between `classId` and the classes below `baseClassId`
     /// join with them. A `MeroErrorCode`.

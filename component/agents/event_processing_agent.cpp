@@ -56,6 +56,16 @@ void MeroEventProcessingAgent::observeClass(MeroCoreVarType number) {
     observedClassSet.insert(Mero_GetCoreVar(number));
 }
 
+void MeroEventProcessingAgent::observeAllClasses() {
+    for (const MeroCoreVarType number :
+         {CoreActivity, CoreCall, CoreProcessAgentBase, CoreVariable, CoreEventBasedGateway, CoreStartEvent,
+          CoreIntermediateEvent, CoreEndEvent, CoreParallelGateway, CoreInclusiveGateway,
+          CoreExclusiveGateway, CoreFlowNode, CoreExecutive, CoreGroup, CoreResource,
+          CoreEnvironmentAgentBase}) {
+        observeClass(number);
+    }
+}
+
 bool MeroEventProcessingAgent::initAgent(MeroId model, MeroSuperAgent* owner) {
     MeroAtomarAgent::initAgent(model, owner);
     MeroId modelClass = MeroNoId;

@@ -62,6 +62,8 @@ protected:
     /// Adds the agent's classes to `observedClassSet`.
     virtual void registerObservedClasses() = 0;
     void observeClass(MeroCoreVarType number);
+    /// For agents that hear of everything.
+    void observeAllClasses();
 
     /// False if the event's time can't be held as a double.
     [[nodiscard]] static bool readTime(const MeroSimEvent& event, double& time);

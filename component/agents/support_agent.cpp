@@ -12,16 +12,6 @@ MeroSupportAgent::MeroSupportAgent() {
     MeroSupportAgent::registerObservedClasses();
 }
 
-void MeroSupportAgent::registerObservedClasses() {
-    for (const MeroCoreVarType number :
-         {CoreActivity, CoreCall, CoreProcessAgentBase, CoreVariable, CoreEventBasedGateway, CoreStartEvent,
-          CoreIntermediateEvent, CoreEndEvent, CoreParallelGateway, CoreInclusiveGateway,
-          CoreExclusiveGateway, CoreFlowNode, CoreExecutive, CoreGroup, CoreResource,
-          CoreEnvironmentAgentBase}) {
-        observeClass(number);
-    }
-}
-
 int MeroSupportAgent::setDefaultValues() {
     setCommonDefaultValues({.staticWorkLoad = true, .nonStaticWorkLoad = true}, {});
     resultKind = ResultKindNone;

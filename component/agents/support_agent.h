@@ -25,7 +25,7 @@ public:
     int processEvent(MeroSimEvent* event) override;
 
 private:
-    void registerObservedClasses() override;
+    void registerObservedClasses() override { observeAllClasses(); }
     void countProcess(double time);
     void forgetRun();
 

@@ -33,12 +33,14 @@ enum MeroErrorCode : int {
     StatusNoClass = 24,             ///< the agent needs a class and has none
     StatusNotDetached = 25,         ///< a passive component couldn't be detached
     StatusOutsideAnalysis = 26,     ///< the agent doesn't take part in the analysis
+    StatusInputMissing = 27,        ///< an input of a formula is missing
     StatusBadObjects = 28,          ///< an agent's object expression can't be evaluated
     StatusNothingToDo = 30,         ///< this super agent takes no part in this run
     StatusDeclined = 31,            ///< the user declined
     StatusSelectionLocked = 33,     ///< selection of results is locked; no observed objects to widen
     StatusWrongSection = 34,        ///< definition section isn't of the expected kind
     StatusNothingObserved = 35,     ///< text names no observed agent, or no object is missing
+    StatusBadExpression = 36,       ///< an empty or wrong formula
     StatusDuplicateName = 37,       ///< two sub-agents of a definition share a name
     StatusNoRelatedObject = 38,     ///< no measured object has a related object
     StatusNotInitialised = 43,      ///< `init` hasn't succeeded

@@ -7,9 +7,11 @@
 #include "component/agents/support_agent.h"
 #include "component/management/general_services.h"
 #include "component/management/repository_call.h"
+#include "component/subagents/animation_agent.h"
 #include "component/subagents/average_attribute_sum_agent.h"
 #include "component/subagents/change_worker_agent.h"
 #include "component/subagents/cycle_time_agent.h"
+#include "component/subagents/formula_agent.h"
 #include "component/subagents/frequency_agent.h"
 #include "component/subagents/strain_agent.h"
 #include "component/subagents/unweighted_ref_cost_agent.h"
@@ -91,10 +93,14 @@ int permissionInModel(int type, MeroId modelId) {
     return classId == ClassCodeProcessModel ? StatusOk : StatusRefused;
 }
 
-std::unique_ptr<MeroAtomarAgent> makeEventAgent(int type) {
+std::unique_ptr<MeroAtomarAgent> makeAgentOfType(int type) {
     switch (type) {
         case AgentTypeAverageSum:
             return std::make_unique<MeroAvgAttributeSumAgent>();
+        case AgentTypeAnimation:
+            return std::make_unique<MeroAnimationAgent>();
+        case AgentTypeFormula:
+            return std::make_unique<MeroFormulaAgent>();
         case AgentTypeStrain:
             return std::make_unique<MeroStrainAgent>();
         case AgentTypeWorkLoad:
@@ -172,7 +178,7 @@ std::unique_ptr<MeroAtomarAgent> createSubAgent(int type, MeroId modelId, MeroSu
         status = permission == StatusRepositoryError ? StatusRepositoryError : StatusNoSubAgentObject;
         return nullptr;
     }
-    std::unique_ptr<MeroAtomarAgent> agent = makeEventAgent(type);
+    std::unique_ptr<MeroAtomarAgent> agent = makeAgentOfType(type);
     if (agent == nullptr) {
         status = StatusNoSubAgentObject;
         return nullptr;
