@@ -13,6 +13,8 @@ struct BadInput {
     std::vector<std::string> command;  ///< "REPO" and "FILE" stand for the two files
     std::string bytes;
     std::string message;
+
+    friend void PrintTo(const BadInput& input, std::ostream* out) { *out << input.name; }
 };
 
 const std::vector<std::string> Import{"import", "REPO", "FILE"};

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <ostream>
 #include <set>
 #include <string>
 #include <vector>
@@ -13,6 +14,8 @@ struct GoldenExample {
 
     /// All arguments behind the program's name.
     [[nodiscard]] std::vector<std::string> arguments() const;
+
+    friend void PrintTo(const GoldenExample& example, std::ostream* out) { *out << example.name; }
 };
 
 /// Section keywords of the measures that this version makes.

@@ -56,6 +56,8 @@ struct Change {
     std::string repository;
     int times;
     std::vector<std::string> command;  ///< "REPO" stands for the repository
+
+    friend void PrintTo(const Change& change, std::ostream* out) { *out << change.name; }
 };
 
 class KillTest : public testing::TestWithParam<Change> {
