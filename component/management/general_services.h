@@ -77,9 +77,8 @@ int getAllSubAgentTypes(std::vector<int>& types);
 /// errors.
 [[nodiscard]] bool isTypeAllowedInModel(int type, MeroId modelId);
 [[nodiscard]] bool isTypeAllowedInLibrary(int type, MeroId libraryClassId);
-/// A sub-agent of the type with its defaults; null if the type is refused for the model, unknown, or not made
-/// by this version, which makes `AgentTypeFrequency` and `AgentTypeSupport`. `createEventAgent` hands on what
-/// isn't event processing.
+/// A sub-agent of the type with its defaults; null if the type is unknown or refused for the model.
+/// `createEventAgent` hands on what isn't event processing.
 [[nodiscard]] std::unique_ptr<MeroAtomarAgent> createEventAgent(int type, MeroId modelId,
                                                                 MeroSuperAgent* owner);
 [[nodiscard]] std::unique_ptr<MeroAtomarAgent> createCombiningAgent(int type, MeroId modelId,

@@ -22,11 +22,12 @@ struct TimeFields {
 
 std::optional<TimeFields> readTime(std::string_view text) {
     constexpr std::array<std::size_t, 5> FewestDigits{2, 3, 2, 2, 2};
+    constexpr std::size_t MostDigits = 15;  // what a double holds exactly
     std::array<double, FewestDigits.size()> values{};
     for (std::size_t field = 0; field < values.size(); ++field) {
         const bool isLast = field + 1 == values.size();
         const std::size_t end = isLast ? text.size() : text.find(':');
-        if (end == std::string_view::npos || end < FewestDigits[field]) {
+        if (end == std::string_view::npos || end < FewestDigits[field] || end > MostDigits) {
             return std::nullopt;
         }
         const std::string_view digits = text.substr(0, end);
