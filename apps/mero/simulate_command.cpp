@@ -4,6 +4,7 @@
 #include <fmt/format.h>
 
 #include "component/host/core_time.h"
+#include "component/host/core_variables.h"
 
 #include "apps/mero/event_recorder.h"
 #include "apps/mero/progress_bar.h"
@@ -25,6 +26,20 @@ void tellSummary(const RunSummary& summary, const Console& console) {
     }
     if (summary.cancelled) {
         console.tell("interrupted: the results are of the instances so far");
+    }
+}
+
+/// A process without an end event isn't wrong, but it may be unfinished work of the modeller.
+void tellMissingEnds(const Repository& repository, const std::vector<MeroId>& models,
+                     const Console& console) {
+    const MeroId endEvent = repository.library().coreVariable(CoreEndEvent);
+    for (const MeroId model : models) {
+        if (!repository.findModel(model)->objects.empty() &&
+            repository.objectsOfClass(model, endEvent).empty()) {
+            console.tell(
+                fmt::format("model \"{}\" has no end event: an instance ends when nothing is left to do",
+                            repository.findModel(model)->name.view()));
+        }
     }
 }
 
@@ -82,6 +97,7 @@ Result<void> SimulateCommand::run(Console& console) {
     if (!simulation) {
         return simulation.error();
     }
+    tellMissingEnds(repository, settings.models, console);
     for (const std::string& problem : simulation.value().problems()) {
         console.tell(problem);
     }

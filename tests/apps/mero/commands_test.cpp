@@ -140,13 +140,30 @@ TEST_F(CommandsTest, CsvLinesCarryTheirContext) {
     EXPECT_NE(run.out.find(",Order,Counts,A,Order,Pack,Order / Pack,10,"), std::string::npos) << run.out;
 }
 
-TEST_F(CommandsTest, AnEmptyRunTellsTheFirstStep) {
-    writeFile(
-        document,
-        R"({"format":"mero-repository","version":1,"models":[{"name":"Empty","type":"Business process"}]})");
-    const ProgramRun run = runProgram({"simulate", document, "--models", "Empty", "--instances", "1"});
-    EXPECT_EQ(run.out, "");
-    EXPECT_NE(run.err.find("Empty"), std::string::npos) << run.err;
+TEST_F(CommandsTest, OddModelsAreToldInTheWordsOfTheUser) {
+    struct Case {
+        std::string model;
+        std::string message;
+    };
+    writeFile(document, R"({"format":"mero-repository","version":1,"models":[
+      {"name":"Empty","type":"Business process"},
+      {"name":"Endless","type":"Business process",
+       "objects":[{"name":"S","class":"Start event"},{"name":"T","class":"Task"}],
+       "relations":[{"class":"Sequence flow","from":"S","to":"T"}]},
+      {"name":"Self","type":"Business process",
+       "objects":[{"name":"S","class":"Start event"},
+                  {"name":"C","class":"Call activity","attributes":{"Referenced model":"Self"}},
+                  {"name":"E","class":"End event"}],
+       "relations":[{"class":"Sequence flow","from":"S","to":"C"},{"class":"Sequence flow","from":"C","to":"E"}]}]})");
+    for (const Case& odd :
+         {Case{"Empty", "model \"Empty\" is empty"}, Case{"Endless", "\"Endless\" has no end event"},
+          Case{"Self", "calls sub-processes more than 1000 levels deep"}}) {
+        const ProgramRun run = runProgram({"simulate", document, "--models", odd.model, "--instances", "1"});
+        EXPECT_EQ(run.status, 0);
+        EXPECT_EQ(run.out, "");
+        EXPECT_NE(run.err.find(odd.message), std::string::npos) << run.err;
+        EXPECT_NE(run.err.find("the models have no agents"), std::string::npos) << run.err;
+    }
 }
 
 TEST_F(CommandsTest, ShowsResultDocumentsAndHistories) {
