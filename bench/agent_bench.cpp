@@ -42,6 +42,16 @@ void ReplayWithoutAgents(benchmark::State& state) {
 }
 BENCHMARK(ReplayWithoutAgents)->Unit(benchmark::kMillisecond);
 
+void ReplayByLiveInstances(benchmark::State& state) {
+    AgentRun run({.events = 5'000'000, .liveInstances = static_cast<std::size_t>(state.range(0))},
+                 "AGENT deactivate");
+    for (auto _ : state) {
+        run.play();
+    }
+    reportEvents(state, run.size());
+}
+BENCHMARK(ReplayByLiveInstances)->RangeMultiplier(10)->Range(100, 100'000)->Unit(benchmark::kMillisecond);
+
 void FrequencyByLiveInstances(benchmark::State& state) {
     playAll(state, {.events = 5'000'000, .liveInstances = static_cast<std::size_t>(state.range(0))}, 1);
 }

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <cmath>
+#include <limits>
+
 #include "component/host/sv_string.h"
 
 /// What was measured on one object inside one process instance: a first value, and a second one in agents
@@ -9,16 +12,12 @@ public:
     double value = 0.0;  ///< a sum or a point in time
 
     /// 0.0 if it was never written.
-    [[nodiscard]] double getSecondValue() const { return secondValue; }
-    [[nodiscard]] bool hasSecondValue() const { return secondWritten; }
-    void setSecondValue(double newValue) {
-        secondValue = newValue;
-        secondWritten = true;
-    }
+    [[nodiscard]] double getSecondValue() const { return hasSecondValue() ? secondValue : 0.0; }
+    [[nodiscard]] bool hasSecondValue() const { return !std::isnan(secondValue); }
+    void setSecondValue(double newValue) { secondValue = newValue; }
 
 private:
-    double secondValue = 0.0;
-    bool secondWritten = false;
+    double secondValue = std::numeric_limits<double>::quiet_NaN();  ///< not a number: never written
 };
 
 /// A value with two texts.

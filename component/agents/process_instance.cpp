@@ -28,9 +28,8 @@ std::optional<double> MeroAgentProcessInstance::getStartTime() const {
 
 void MeroAgentProcessInstance::addTopInstance(const SV::String& instanceKey, MeroId model) {
     if (!hasInstance(instanceKey)) {
-        auto made =
-            std::make_unique<MeroAgentSubProcessInstance>(instanceKey, model, MeroPath{model}, nullptr);
-        top = instances.add(instanceKey, std::move(made)).get();
+        top = &topInstance.emplace(instanceKey, model, MeroPath{model}, nullptr);
+        instances.add(instanceKey, InstancePointer(top, MeroReleaseInstance{.inProcess = true}));
     }
 }
 
@@ -50,8 +49,10 @@ bool MeroAgentProcessInstance::addSubProcess(const SV::String& instanceKey, cons
     if (samePath != nullptr) {
         collector = &samePath->getCollector();
     }
-    auto& made = *instances.add(instanceKey, std::make_unique<MeroAgentSubProcessInstance>(
-                                                 instanceKey, model, std::move(path), collector));
+    InstancePointer pointer(
+        std::make_unique<MeroAgentSubProcessInstance>(instanceKey, model, std::move(path), collector)
+            .release());
+    auto& made = *instances.add(instanceKey, std::move(pointer));
     if (samePath == nullptr) {
         paths.insert(&made);
     }
@@ -107,6 +108,9 @@ void MeroAgentProcessInstance::eraseInstance(const SV::String& instanceKey) {
 }
 
 MeroAgentSubProcessInstance* MeroAgentProcessInstance::getInstance(const SV::String& instanceKey) {
+    if (isTop(instanceKey)) {
+        return top;
+    }
     auto* const found = instances.find(instanceKey);
     return found != nullptr ? found->get() : nullptr;
 }

@@ -10,11 +10,23 @@
 /// How the values of a new sub-process are collected.
 enum class MeroCollecting { ByItself, ByCollectorOfCaller };
 
+/// Frees an instance unless it lies in its process, as that of the main process does.
+struct MeroReleaseInstance {
+    bool inProcess = false;
+
+    void operator()(MeroAgentSubProcessInstance* instance) const {
+        if (!inProcess) {
+            std::default_delete<MeroAgentSubProcessInstance>()(instance);
+        }
+    }
+};
+
 /// One live main process with its tree of sub-process instances, from its start to its end. Keys are those
 /// that the engine gives out.
 class MeroAgentProcessInstance {
 public:
-    using Instances = MeroKeyedTable<SV::String, std::unique_ptr<MeroAgentSubProcessInstance>>;
+    using InstancePointer = std::unique_ptr<MeroAgentSubProcessInstance, MeroReleaseInstance>;
+    using Instances = MeroKeyedTable<SV::String, InstancePointer, 1>;
 
     /// Start time of a process whose start isn't measured.
     static constexpr double StartNotMeasured = -1.0;
@@ -78,15 +90,19 @@ private:
         }
     };
 
+    [[nodiscard]] bool isTop(const SV::String& instanceKey) const {
+        return top != nullptr && top->getKey() == instanceKey;
+    }
     /// Null if no instance has this call path.
     [[nodiscard]] MeroAgentSubProcessInstance* findByPath(MeroPathView path) const;
     void eraseInstance(const SV::String& instanceKey);
 
+    MeroAgentSubProcessInstance* top = nullptr;
+    std::optional<MeroAgentSubProcessInstance> topInstance;
     SV::String key;
     MeroId modelId;
     double startTime;
-    Instances instances;
-    MeroAgentSubProcessInstance* top = nullptr;
+    Instances instances;  ///< the top instance included
     /// One instance for each call path but the top's: all instances of a path have the same collector.
     std::unordered_set<MeroAgentSubProcessInstance*, PathHash, PathEqual> paths;
 };

@@ -5,9 +5,9 @@
 MeroAgentSubProcessInstance::MeroAgentSubProcessInstance(SV::String instanceKey, MeroId model, MeroPath path,
                                                          MeroAgentSubProcessInstance* collectorInstance)
     : key(std::move(instanceKey)),
+      collector(collectorInstance != nullptr ? collectorInstance : this),
       modelId(model),
-      callPath(std::move(path)),
-      collector(collectorInstance != nullptr ? collectorInstance : this) {}
+      callPath(std::move(path)) {}
 
 MeroAgentObjectValue& MeroAgentSubProcessInstance::valueFor(MeroId objectId) {
     invalidateSums();

@@ -16,7 +16,8 @@ enum class MeroValueUse { Accumulate, Replace };
 /// values itself, or another instance of the same main process, its collector, does so for it.
 class MeroAgentSubProcessInstance {
 public:
-    using Values = MeroKeyedTable<MeroId, MeroAgentObjectValue>;
+    /// A process passes a handful of objects, whose values lie in the instance itself.
+    using Values = MeroKeyedTable<MeroId, MeroAgentObjectValue, 6>;
 
     /// A null `collectorInstance` means that it collects itself.
     MeroAgentSubProcessInstance(SV::String instanceKey, MeroId model, MeroPath path,
@@ -68,12 +69,13 @@ private:
     template <class Part, class SumOfChild>
     double sumOver(MeroId objectId, Part part, SumOfChild sumOfChild);
 
+    // What each event of a pass needs comes first, close together.
     SV::String key;
-    MeroId modelId;
-    MeroPath callPath;
     MeroAgentSubProcessInstance* collector;
     MeroAgentSubProcessInstance* parent = nullptr;
+    MeroId modelId;
     Values values;
+    MeroPath callPath;
     std::vector<MeroAgentSubProcessInstance*> children;  ///< in the order of attaching
     std::optional<double> firstSum;                      ///< over all objects, while it holds
     std::optional<double> secondSum;

@@ -9,18 +9,22 @@
 #include <utility>
 #include <vector>
 
+#include "component/results/small_vector.h"
+
 /// Table by key for the hot path: entries lie densely in the order of making, a hash index comes in only when
 /// there are more than a handful, erasing moves the last entry into the gap. Pointers to entries hold until
-/// the next insertion or erasure. Whoever needs an order asks `sortBy` for it.
-template <class Key, class Item, class Hash = std::hash<Key>>
+/// the next insertion or erasure. Whoever needs an order asks `sortBy` for it. With `InPlace` so many entries
+/// lie in the table itself, which then can't be copied or moved.
+template <class Key, class Item, std::size_t InPlace = 0>
 class MeroKeyedTable {
 public:
     struct Entry {
         Key key;
         Item item;
     };
-    using iterator = typename std::vector<Entry>::iterator;
-    using const_iterator = typename std::vector<Entry>::const_iterator;
+    using Entries = std::conditional_t<InPlace == 0, std::vector<Entry>, MeroSmallVector<Entry, InPlace>>;
+    using iterator = typename Entries::iterator;
+    using const_iterator = typename Entries::const_iterator;
 
     [[nodiscard]] Item* find(const Key& key) {
         const std::size_t position = positionOf(key);
@@ -55,7 +59,7 @@ public:
         const std::size_t last = entries.size() - 1;
         if (position != last) {
             if (!slots.empty()) {
-                slots[slotOf(last)] = static_cast<std::uint32_t>(position + 1);
+                slots[slotOf(last)].position = static_cast<std::uint32_t>(position + 1);
             }
             entries[position] = std::move(entries[last]);
         }
@@ -66,7 +70,7 @@ public:
     /// Keeps the memory.
     void clear() {
         entries.clear();
-        std::fill(slots.begin(), slots.end(), 0U);
+        std::fill(slots.begin(), slots.end(), Slot{});
     }
 
     /// Brings the entries into the order of `less(key, key)`; costs only a look if they are in order already.
@@ -95,9 +99,19 @@ private:
     static constexpr std::size_t Missing = static_cast<std::size_t>(-1);
     static constexpr std::size_t LinearLimit = 8;
 
-    [[nodiscard]] std::size_t homeOf(const Key& key) const {
-        // Fibonacci hashing spreads the hashes of small numbers, which are the numbers themselves.
-        return (static_cast<std::uint64_t>(Hash{}(key)) * 0x9E3779B97F4A7C15ULL) >> shift;
+    /// Place in the index. The hash spares looking at the keys of other entries.
+    struct Slot {
+        std::uint32_t position = 0;  ///< of the entry, plus 1; 0 if the slot is free
+        std::uint32_t hash = 0;
+    };
+
+    /// Fibonacci hashing spreads the hashes of small numbers, which are the numbers themselves.
+    [[nodiscard]] static std::uint64_t spreadHashOf(const Key& key) {
+        return static_cast<std::uint64_t>(std::hash<Key>{}(key)) * 0x9E3779B97F4A7C15ULL;
+    }
+    [[nodiscard]] std::size_t homeOf(std::uint32_t hash) const { return hash >> shift; }
+    [[nodiscard]] static std::uint32_t hashOf(const Key& key) {
+        return static_cast<std::uint32_t>(spreadHashOf(key) >> 32);
     }
     [[nodiscard]] std::size_t next(std::size_t slot) const { return (slot + 1) & (slots.size() - 1); }
 
@@ -110,55 +124,57 @@ private:
             }
             return Missing;
         }
-        for (std::size_t slot = homeOf(key); slots[slot] != 0; slot = next(slot)) {
-            if (entries[slots[slot] - 1].key == key) {
-                return slots[slot] - 1;
+        const std::uint32_t hash = hashOf(key);
+        for (std::size_t slot = homeOf(hash); slots[slot].position != 0; slot = next(slot)) {
+            if (slots[slot].hash == hash && entries[slots[slot].position - 1].key == key) {
+                return slots[slot].position - 1;
             }
         }
         return Missing;
     }
     [[nodiscard]] std::size_t slotOf(std::size_t position) const {
-        std::size_t slot = homeOf(entries[position].key);
-        while (slots[slot] != position + 1) {
+        std::size_t slot = homeOf(hashOf(entries[position].key));
+        while (slots[slot].position != position + 1) {
             slot = next(slot);
         }
         return slot;
     }
     void place(std::size_t position) {
-        std::size_t slot = homeOf(entries[position].key);
-        while (slots[slot] != 0) {
+        const std::uint32_t hash = hashOf(entries[position].key);
+        std::size_t slot = homeOf(hash);
+        while (slots[slot].position != 0) {
             slot = next(slot);
         }
-        slots[slot] = static_cast<std::uint32_t>(position + 1);
+        slots[slot] = {static_cast<std::uint32_t>(position + 1), hash};
     }
     /// Closes the gap that the slot of `position` leaves, so that searches need no marks for erased entries.
     void unplace(std::size_t position) {
+        const std::size_t mask = slots.size() - 1;
         std::size_t gap = slotOf(position);
-        for (std::size_t slot = next(gap); slots[slot] != 0; slot = next(slot)) {
-            const std::size_t home = homeOf(entries[slots[slot] - 1].key);
-            const std::size_t mask = slots.size() - 1;
+        for (std::size_t slot = next(gap); slots[slot].position != 0; slot = next(slot)) {
+            const std::size_t home = homeOf(slots[slot].hash);
             if (((slot - home) & mask) >= ((slot - gap) & mask)) {
                 slots[gap] = slots[slot];
                 gap = slot;
             }
         }
-        slots[gap] = 0;
+        slots[gap] = {};
     }
     void rebuildIndex() {
         const std::size_t wanted = std::bit_ceil(entries.size() * 4);
         if (slots.size() < wanted) {
             slots.resize(wanted);
-            shift = 64 - std::countr_zero(wanted);
+            shift = 32 - std::countr_zero(wanted);
         }
-        std::fill(slots.begin(), slots.end(), 0U);
+        std::fill(slots.begin(), slots.end(), Slot{});
         for (std::size_t position = 0; position < entries.size(); ++position) {
             place(position);
         }
     }
 
-    std::vector<Entry> entries;
-    std::vector<std::uint32_t> slots;  ///< position + 1 of an entry, 0 for a free slot; a power of two
-    int shift = 64;
+    Entries entries;
+    std::vector<Slot> slots;  ///< none while there are few entries, else a power of two
+    int shift = 32;
 };
 
 /// Whether `left` comes before `right` as decimal text: shorter texts first, then by bytes.
