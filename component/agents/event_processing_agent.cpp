@@ -200,7 +200,7 @@ bool MeroEventProcessingAgent::addProcessInstance(MeroId model, const SV::String
         showDuplicateInstance();
         return false;
     }
-    auto process = std::make_unique<MeroAgentProcessInstance>(
+    auto process = processPool.make(
         mainKey, model, startTime == NoStartTime ? MeroAgentProcessInstance::StartNotMeasured : startTime);
     process->addTopInstance(instanceKey, model);
     instances.add(mainKey, std::move(process));

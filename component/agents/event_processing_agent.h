@@ -52,7 +52,7 @@ public:
     virtual bool releaseCalendar();
 
 protected:
-    using Instances = MeroKeyedTable<SV::String, std::unique_ptr<MeroAgentProcessInstance>>;
+    using Instances = MeroKeyedTable<SV::String, MeroProcessInstancePool::Pointer>;
 
     /// Start time handed to `addProcessInstance` by agents that don't measure it.
     static constexpr double NoStartTime = -2.0;
@@ -100,6 +100,7 @@ protected:
     std::unique_ptr<MeroCalendar> calendar;
     std::int32_t finishedProcesses = 0;  ///< goes on counting over a restart, unless the agent says otherwise
     bool modelIsEnvironment = false;
+    MeroProcessInstancePool processPool;
     Instances instances;  ///< by main instance key
 
 private:

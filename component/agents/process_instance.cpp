@@ -19,8 +19,19 @@ MeroPath pathOfCall(const MeroPath& caller, MeroId model) {
 
 }  // namespace
 
-MeroAgentProcessInstance::MeroAgentProcessInstance(SV::String mainKey, MeroId model, double start)
-    : key(std::move(mainKey)), modelId(model), startTime(start) {}
+void MeroAgentProcessInstance::begin(const SV::String& mainKey, MeroId model, double start) {
+    clear();
+    key = mainKey;
+    modelId = model;
+    startTime = start;
+}
+
+void MeroAgentProcessInstance::clear() {
+    paths.clear();
+    instances.clear();
+    top = nullptr;
+    topInstance.reset();
+}
 
 std::optional<double> MeroAgentProcessInstance::getStartTime() const {
     return startTime != StartNotMeasured ? std::optional(startTime) : std::nullopt;
@@ -153,4 +164,20 @@ MeroAgentObjectValue* MeroAgentProcessInstance::getValue(const SV::String& insta
 std::optional<MeroId> MeroAgentProcessInstance::getInstanceModelId(const SV::String& instanceKey) {
     MeroAgentSubProcessInstance* const collector = getCollector(instanceKey);
     return collector != nullptr ? std::optional(collector->getModelId()) : std::nullopt;
+}
+
+MeroProcessInstancePool::Pointer MeroProcessInstancePool::make(const SV::String& mainKey, MeroId model,
+                                                               double start) {
+    if (idle.empty()) {
+        idle.push_back(std::make_unique<MeroAgentProcessInstance>());
+    }
+    Pointer process(idle.back().release(), GiveBack{this});
+    idle.pop_back();
+    process->begin(mainKey, model, start);
+    return process;
+}
+
+void MeroProcessInstancePool::takeBack(MeroAgentProcessInstance* process) {
+    process->clear();
+    idle.emplace_back(process);
 }

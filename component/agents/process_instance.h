@@ -31,9 +31,14 @@ public:
     /// Start time of a process whose start isn't measured.
     static constexpr double StartNotMeasured = -1.0;
 
-    MeroAgentProcessInstance(SV::String mainKey, MeroId model, double start);
+    MeroAgentProcessInstance() = default;
     MeroAgentProcessInstance(const MeroAgentProcessInstance&) = delete;
     MeroAgentProcessInstance& operator=(const MeroAgentProcessInstance&) = delete;
+
+    /// Begins a process, without any instance yet.
+    void begin(const SV::String& mainKey, MeroId model, double start);
+    /// Frees all instances with their values.
+    void clear();
 
     [[nodiscard]] const SV::String& getKey() const { return key; }
     [[nodiscard]] MeroId getModelId() const { return modelId; }
@@ -100,9 +105,28 @@ private:
     MeroAgentSubProcessInstance* top = nullptr;
     std::optional<MeroAgentSubProcessInstance> topInstance;
     SV::String key;
-    MeroId modelId;
-    double startTime;
+    MeroId modelId = MeroNoId;
+    double startTime = StartNotMeasured;
     Instances instances;  ///< the top instance included
     /// One instance for each call path but the top's: all instances of a path have the same collector.
     std::unordered_set<MeroAgentSubProcessInstance*, PathHash, PathEqual> paths;
+};
+
+/// Keeps the memory of processes that have ended for those that start: a run has many more of them than are
+/// alive at a time. It has to outlive what it makes.
+class MeroProcessInstancePool {
+public:
+    struct GiveBack {
+        MeroProcessInstancePool* pool = nullptr;
+
+        void operator()(MeroAgentProcessInstance* process) const { pool->takeBack(process); }
+    };
+    using Pointer = std::unique_ptr<MeroAgentProcessInstance, GiveBack>;
+
+    [[nodiscard]] Pointer make(const SV::String& mainKey, MeroId model, double start);
+
+private:
+    void takeBack(MeroAgentProcessInstance* process);
+
+    std::vector<std::unique_ptr<MeroAgentProcessInstance>> idle;
 };

@@ -161,7 +161,7 @@ private:
         slots[gap] = {};
     }
     void rebuildIndex() {
-        const std::size_t wanted = std::bit_ceil(entries.size() * 4);
+        const std::size_t wanted = std::bit_ceil(entries.size() * 3);
         if (slots.size() < wanted) {
             slots.resize(wanted);
             shift = 32 - std::countr_zero(wanted);

@@ -48,6 +48,14 @@ public:
         event.callingObjectId = call[2];
     }
 
+    /// Asks for what reading the event and looking its keys up will need soon.
+    void prefetch(std::size_t index) const {
+        if (index < rows.size()) {
+            const Place& place = places[rows[index].place];
+            __builtin_prefetch(keyOf(place[1]).GetStr() - 1);
+        }
+    }
+
 private:
     /// Main model, main key, model, key.
     using Place = std::array<std::int32_t, 4>;

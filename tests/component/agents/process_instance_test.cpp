@@ -14,6 +14,7 @@ class ProcessInstance : public testing::Test {
 protected:
     void SetUp() override {
         mero::InternalErrorLog::GetGlobal().clear();
+        process.begin("top", ModelA, 5.0);
         process.addTopInstance("top", ModelA);
     }
     bool add(const char* key, const char* caller, MeroId model,
@@ -28,7 +29,7 @@ protected:
         return process.getInstance(key)->sumFirstValues(object);
     }
 
-    MeroAgentProcessInstance process{"top", ModelA, 5.0};
+    MeroAgentProcessInstance process;
 };
 
 TEST_F(ProcessInstance, ACallOfAModelInThePathCutsThePathBack) {
@@ -128,8 +129,9 @@ TEST_F(ProcessInstance, WalksInTheOrderOfKeysAndDecimalTexts) {
 
 TEST_F(ProcessInstance, AnUnmeasuredStartIsNone) {
     EXPECT_EQ(process.getStartTime(), 5.0);
-    EXPECT_EQ(MeroAgentProcessInstance("k", 1, MeroAgentProcessInstance::StartNotMeasured).getStartTime(),
-              std::nullopt);
+    process.begin("next", ModelB, MeroAgentProcessInstance::StartNotMeasured);
+    EXPECT_EQ(process.getStartTime(), std::nullopt);
+    EXPECT_FALSE(process.hasInstance("top")) << "a process that begins anew has nothing of the one before";
 }
 
 }  // namespace
