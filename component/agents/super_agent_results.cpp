@@ -89,7 +89,8 @@ int MeroSuperAgent::computeWorkedScale(double scopeSeconds, double& scale) const
     }
     if (workedSeconds > 0) {
         // Whole processes in a second: fewer processes than worked seconds give a scale of 0.
-        scale = static_cast<double>(finishedProcesses / workedSeconds) * scopeSeconds;
+        const std::int64_t processesInASecond = finishedProcesses / workedSeconds;
+        scale = static_cast<double>(processesInASecond) * scopeSeconds;
     }
     return StatusOk;
 }

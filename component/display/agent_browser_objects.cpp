@@ -71,7 +71,7 @@ const SV::String& MeroAgentBrowserObjects::labelOf(MeroId id) {
 }
 
 SV::String MeroAgentBrowserObjects::getObjectLabel(MeroId id) {
-    const SV::String unknown("?");
+    SV::String unknown("?");
     auto* const manager = MeroCoreModelingManager::GetGlobal();
     if (manager == nullptr) {
         return unknown;

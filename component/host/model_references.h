@@ -53,7 +53,8 @@ public:
         : modelId(model), instanceId(instance), attributeId(attribute) {}
 
     /// Splits the text of the attribute: one reference a line. `code` is a `MeroRepositoryCode`; gives the
-    /// same. `RepositoryWrongType` if the attribute isn't a model reference, and then there are no references.
+    /// same. `RepositoryWrongType` if the attribute isn't a model reference, and then there are no
+    /// references.
     int initHandler(const SV::String& text, int& code);
     [[nodiscard]] std::size_t getInterReferenceCount() const { return targets.size(); }
     /// `index` below the count.

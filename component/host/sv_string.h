@@ -36,8 +36,9 @@ public:
     String(const std::string& text);  // NOLINT(google-explicit-constructor)
     /// Loads the message; an unknown identifier gives "?" and the identifier in hexadecimal.
     explicit String(ResId message);
-    /// Shortest decimal text that reads back to `number`, in the C locale: 3 is "3", 0.1 is "0.1". No exponent
-    /// from 1e-6 to below 1e15; beyond, as in "1e+15". "nan", "inf" and "-inf" for what isn't finite.
+    /// Shortest decimal text that reads back to `number`, in the C locale: 3 is "3", 0.1 is "0.1". No
+    /// exponent from 1e-6 to below 1e15; beyond, as in "1e+15". "nan", "inf" and "-inf" for what isn't
+    /// finite.
     explicit String(double number);
     explicit String(std::int64_t number);
     explicit String(std::int32_t number) : String(static_cast<std::int64_t>(number)) {}
@@ -45,10 +46,10 @@ public:
     String(const String& other) noexcept : rep(other.rep) { retain(); }
     String(String&& other) noexcept : rep(other.rep) { other.rep = nullptr; }
     String& operator=(const String& other) noexcept {
-        if (rep != other.rep) {
+        if (this != &other) {
+            other.retain();
             release();
             rep = other.rep;
-            retain();
         }
         return *this;
     }

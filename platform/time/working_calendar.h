@@ -63,7 +63,8 @@ public:
     /// True if both have a working second in common anywhere, when time 0 of `other` lies at `shift` of this
     /// one.
     [[nodiscard]] bool overlaps(const WorkingCalendar& other, std::int64_t shift) const;
-    /// Calendar of the seconds in which both work, with time 0 of this one, when time 0 of `other` lies at `shift`.
+    /// Calendar of the seconds in which both work, with time 0 of this one, when time 0 of `other` lies at
+    /// `shift`.
     [[nodiscard]] WorkingCalendar intersect(const WorkingCalendar& other, std::int64_t shift) const;
 
 private:
