@@ -1,0 +1,56 @@
+#pragma once
+
+#include <cstddef>
+#include <istream>
+#include <optional>
+#include <string>
+
+#include "platform/interchange/xes_reader.h"
+#include "platform/interchange/xes_time.h"
+#include "platform/support/result.h"
+
+namespace mero {
+
+/// The words of the standard transactional life cycle (IEEE 1849, extension Lifecycle).
+enum class XesTransition {
+    None,  ///< the event has no word
+    Schedule,
+    Assign,
+    Reassign,
+    Start,
+    Suspend,
+    Resume,
+    Complete,
+    Skip,       ///< autoskip and manualskip
+    Withdraw,   ///< of an activity that hasn't been started
+    Abort,      ///< ate_abort: of an activity at work
+    AbortCase,  ///< pi_abort
+    Unknown,
+};
+
+/// In any case of letters.
+XesTransition transitionOf(const std::string& word);
+
+/// Name of the activity of events that name none.
+inline constexpr const char* NoActivityName = "(no activity)";
+
+/// What has to be known of a whole log before its events can be played, and what it lacks.
+struct XesSurvey {
+    std::size_t cases = 0;
+    std::size_t emptyCases = 0;
+    std::size_t events = 0;
+    std::size_t withoutActivity = 0;
+    std::size_t withoutResource = 0;
+    std::size_t withoutTime = 0;
+    std::size_t unreadableTimes = 0;
+    std::size_t unknownTransitions = 0;
+    std::size_t completions = 0;
+    std::optional<XesTime> earliest;
+
+    /// A log without any `complete` has no life cycle in the sense of the standard: each event is a pass.
+    [[nodiscard]] bool everyEventIsPass() const { return completions == 0; }
+
+    void add(const XesEvent& event);
+};
+
+}  // namespace mero

@@ -1,0 +1,322 @@
+#include <fstream>
+#include <gtest/gtest.h>
+#include <map>
+#include <nlohmann/json.hpp>
+#include <set>
+#include <sstream>
+
+#include "platform/interchange/xes_import.h"
+#include "platform/interchange/xes_rows.h"
+#include "platform/interchange/xes_trace.h"
+#include "tests/platform/interchange/test_files.h"
+
+namespace mero {
+
+namespace {
+
+/// What is measured of the events of a run.
+struct Figures {
+    std::map<std::string, int> passes;         ///< ended, by activity
+    std::map<std::string, double> secondsSum;  ///< of work, by activity
+    int cases = 0;
+    int handovers = 0;
+    int openCases = 0;
+};
+
+Figures figuresOf(XesTrace& trace, const Repository& repository) {
+    Figures figures;
+    std::map<std::string, std::int64_t> started;
+    std::map<std::string, MeroId> lastWorker;
+    std::int64_t lastTime = 0;
+    SimEvent event;
+    while (true) {
+        const Result<bool> more = trace.next(event);
+        EXPECT_TRUE(more.isGood());
+        if (!more || !more.value()) {
+            return figures;
+        }
+        EXPECT_GE(event.time, lastTime);
+        lastTime = event.time;
+        const std::string pass = event.passKey->GetStr();
+        const std::string mainKey = event.mainKey->GetStr();
+        if (event.code == EventProcessStart) {
+            ++figures.cases;
+            ++figures.openCases;
+            EXPECT_TRUE(lastWorker.emplace(mainKey, MeroNoId).second);
+        } else if (event.code == EventProcessEnd) {
+            --figures.openCases;
+        } else if (event.code == EventWorkStart) {
+            EXPECT_TRUE(started.emplace(pass, event.time).second) << pass;
+        } else if (event.code == EventWorkEnd) {
+            const std::string activity = repository.findObject(event.objectId)->name.GetStr();
+            ++figures.passes[activity];
+            figures.secondsSum[activity] += static_cast<double>(event.time - started.at(pass));
+            MeroId& last = lastWorker.at(mainKey);
+            const MeroId worker = event.executiveId;
+            figures.handovers += last != MeroNoId && worker != MeroNoId && last != worker ? 1 : 0;
+            last = worker;
+        }
+    }
+}
+
+void compareDurations(const nlohmann::json& reference, const Figures& figures) {
+    for (const auto& [activity, values] : reference.at("activities").items()) {
+        if (values.contains("start_to_complete_s")) {
+            EXPECT_NEAR(figures.secondsSum.at(activity) / figures.passes.at(activity),
+                        values["start_to_complete_s"]["mean"].get<double>(), 1e-6)
+                << activity;
+        }
+    }
+    if (reference.contains("own_fifo_pairing")) {
+        for (const auto& [activity, values] : reference["own_fifo_pairing"]["activities"].items()) {
+            EXPECT_NEAR(figures.secondsSum.at(activity) / values["n"].get<double>(),
+                        values["mean"].get<double>(), 1e-6)
+                << activity;
+        }
+    }
+}
+
+class RecordedLog : public testing::TestWithParam<std::filesystem::path> {};
+
+TEST_P(RecordedLog, GivesTheFiguresOfTheReference) {
+    const std::filesystem::path& file = GetParam();
+    Repository repository;
+    const Result<ImportReport> report = importXesFile(file, repository);
+    ASSERT_TRUE(report.isGood()) << report.error().text;
+    std::ifstream input(file, std::ios::binary);
+    XesTrace trace(input, file.string(), repository, report.value().models.front(),
+                   report.value().environment, XesClock::WallClock);
+    ASSERT_TRUE(trace.prepare().isGood());
+    Figures figures = figuresOf(trace, repository);
+
+    std::string title = file.filename().string();
+    title.resize(title.find(".xes"));
+    const auto reference =
+        nlohmann::json::parse(test::readFile(file.parent_path() / "reference" / (title + ".json")));
+    if (reference["events"] == 0) {
+        EXPECT_EQ(figures.cases, 0);
+        return;
+    }
+    EXPECT_EQ(figures.cases, reference["cases"].get<int>());
+    EXPECT_EQ(figures.openCases, 0);
+    EXPECT_LE(figures.passes.size(), reference["activities"].size());
+    for (const auto& [activity, values] : reference["activities"].items()) {
+        const int passes = figures.passes[activity];
+        EXPECT_EQ(passes, values["count"].get<int>()) << activity;
+        EXPECT_NEAR(static_cast<double>(passes) / figures.cases, values["passes_per_case"].get<double>(),
+                    1e-6);
+    }
+    compareDurations(reference, figures);
+    if (reference.contains("handovers")) {
+        EXPECT_EQ(figures.handovers, reference["handovers"]["total"].get<int>());
+    }
+}
+
+std::vector<std::filesystem::path> recordedLogs() {
+    std::vector<std::filesystem::path> logs;
+    for (const auto& file : test::contentOf(test::sourceFile("tests/platform/interchange/data/xes"))) {
+        if (isXesFile(file)) {
+            logs.push_back(file);
+        }
+    }
+    return logs;
+}
+
+INSTANTIATE_TEST_SUITE_P(Recorded, RecordedLog, testing::ValuesIn(recordedLogs()), [](const auto& parameter) {
+    std::string name = parameter.param.filename().string();
+    std::erase_if(name, [](char letter) { return std::isalnum(static_cast<unsigned char>(letter)) == 0; });
+    return name;
+});
+
+/// An event of a test log.
+std::string event(const std::string& activity, const std::string& transition, const std::string& time,
+                  const std::string& more = {}) {
+    std::string text = "<event>";
+    const auto add = [&text](const std::string& kind, const std::string& key, const std::string& value) {
+        text += value.empty() ? "" : "<" + kind + " key=\"" + key + "\" value=\"" + value + "\"/>";
+    };
+    add("string", "concept:name", activity);
+    add("string", "lifecycle:transition", transition);
+    add("date", "time:timestamp", time.empty() ? "" : "2026-01-05T00:00:" + time + "Z");
+    return text + more + "</event>\n";
+}
+
+std::string trace(const std::string& events) {
+    return "<trace>\n" + events + "</trace>";
+}
+
+std::string resource(const std::string& name) {
+    return "<string key=\"org:resource\" value=\"" + name + "\"/>";
+}
+
+/// The run as text: time, code and what else there is of activity, worker and pass, events separated by "; ".
+std::string play(const std::string& content, XesClock clock = XesClock::Instants) {
+    std::istringstream input("<log>" + content + "</log>");
+    Repository repository;
+    const auto report = importXes(input, "log.xes", repository);
+    if (!report) {
+        return report.error().text;
+    }
+    input.clear();
+    input.seekg(0);
+    XesTrace run(input, "log.xes", repository, report.value().models.front(), report.value().environment,
+                 clock);
+    if (const auto prepared = run.prepare(); !prepared) {
+        return prepared.error().text;
+    }
+    std::string text;
+    SimEvent next;
+    while (run.next(next).value()) {
+        text += (text.empty() ? "" : "; ") + std::to_string(next.time) + ":" + std::to_string(next.code);
+        if (next.code == EventRunStart || next.code == EventRunEnd) {
+            continue;
+        }
+        text += std::string(" ") + (next.passKey->IsEmpty() ? next.mainKey : next.passKey)->GetStr();
+        for (const MeroId id : {next.objectId, next.assignedExecutiveId, next.executiveId}) {
+            text += id == MeroNoId ? "" : std::string(" ") + repository.findObject(id)->name.GetStr();
+        }
+    }
+    return text;
+}
+
+TEST(XesTrace, PlaysAllTransitionsOfTheStandard) {
+    EXPECT_EQ(play(trace(
+                  event("A", "schedule", "01") + event("A", "assign", "02", resource("Ann")) +
+                  event("A", "reassign", "03", resource("Bob")) + event("A", "START", "04", resource("Bob")) +
+                  event("A", "suspend", "05", resource("Bob")) + event("A", "Resume", "06", resource("Bob")) +
+                  event("A", "complete", "07", resource("Bob")))),
+              "0:3; 1:11 1; 1:22 1.1 A; 2:1 1.1 A Ann; 3:1 1.1 A Bob; 4:17 1.1 A Bob; 5:18 1.1 A Bob; "
+              "6:19 1.1 A Bob; 7:20 1.1 A Bob; 7:13 1; 7:6");
+}
+
+TEST(XesTrace, GivesUpPassesWithoutAnEndAndEndsAbortedCases) {
+    const std::string work = event("B", "complete", "01");
+    const std::string begin = "0:3; 1:11 1; 1:22 1.1 B; 1:17 1.1 B; 1:20 1.1 B; ";
+    EXPECT_EQ(play(trace(work + event("A", "schedule", "02") + event("A", "withdraw", "03"))),
+              begin + "2:22 1.2 A; 3:15 1; 3:6");
+    EXPECT_EQ(play(trace(work + event("A", "schedule", "02") + event("A", "manualskip", "03"))),
+              begin + "2:22 1.2 A; 3:13 1; 3:6");
+    EXPECT_EQ(play(trace(work + event("A", "start", "02") + event("A", "ate_abort", "03") +
+                         event("B", "complete", "04"))),
+              begin + "2:22 1.2 A; 2:17 1.2 A; 4:22 1.3 B; 4:17 1.3 B; 4:20 1.3 B; 4:13 1; 4:6");
+    EXPECT_EQ(play(trace(work + event("A", "pi_abort", "02") + event("B", "complete", "03"))),
+              begin + "2:15 1; 2:6");
+    EXPECT_EQ(play(trace(work + event("A", "Wait - User", "02"))), begin + "2:13 1; 2:6");
+}
+
+TEST(XesTrace, PairsFirstInFirstOutAndSortsByTime) {
+    EXPECT_EQ(
+        play(trace(event("A", "complete", "07") + event("A", "start", "01") + event("A", "start", "03") +
+                   event("A", "suspend", "04") + event("A", "complete", "05"))),
+        "0:3; 1:11 1; 1:22 1.1 A; 1:17 1.1 A; 3:22 1.2 A; 3:17 1.2 A; 4:18 1.1 A; 5:19 1.1 A; "
+        "5:20 1.1 A; 7:20 1.2 A; 7:13 1; 7:6");
+}
+
+TEST(XesTrace, MergesCasesByTimeAndLeavesEmptyOnesOut) {
+    EXPECT_EQ(play("<trace/>" + trace("") + trace(event("A", "", "02") + event("B", "", "05")) +
+                   trace(event("A", "", "03"))),
+              "0:3; 2:11 3; 2:22 3.1 A; 2:17 3.1 A; 2:20 3.1 A; 3:11 4; 3:22 4.1 A; 3:17 4.1 A; 3:20 4.1 A; "
+              "3:13 4; 5:22 3.2 B; 5:17 3.2 B; 5:20 3.2 B; 5:13 3; 5:6");
+}
+
+TEST(XesTrace, FillsWhatEventsLack) {
+    EXPECT_EQ(play(trace(event("", "", "") + event("A", "own word", "02") + event("B", "", ""))),
+              "0:3; 2:11 1; 2:22 1.1 (no activity); 2:17 1.1 (no activity); 2:20 1.1 (no activity); "
+              "2:22 1.2 A; 2:17 1.2 A; 2:20 1.2 A; 2:22 1.3 B; 2:17 1.3 B; 2:20 1.3 B; 2:13 1; 2:6");
+    EXPECT_EQ(play(trace("<event><string key='Activity' value='A'/><string key='resource' value='Ann'/>"
+                         "<string key='time:timestamp' value='2026/01/06 00:00:00.999'/></event>")),
+              "0:3; 86400:11 1; 86400:22 1.1 A; 86400:1 1.1 A Ann; 86400:17 1.1 A Ann; 86400:20 1.1 A Ann; "
+              "86400:13 1; 86400:6");
+}
+
+TEST(XesTrace, PlaysIntervalEventsFromTheirStart) {
+    const auto from = [](const std::string& time) {
+        return "<date key='start_timestamp' value='2026-01-05T00:00:" + time + "Z'/>";
+    };
+    EXPECT_EQ(play(trace(event("A", "", "09", from("01")) + event("B", "", "05", from("07")))),
+              "0:3; 1:11 1; 1:22 1.2 A; 1:17 1.2 A; 5:22 1.1 B; 5:17 1.1 B; 5:20 1.1 B; 9:20 1.2 A; "
+              "9:13 1; 9:6");
+}
+
+TEST(XesTrace, HeedsOrDropsOffsets) {
+    const std::string log = trace(
+        "<event><string key='concept:name' value='A'/><string key='lifecycle:transition' value='start'/>"
+        "<date key='time:timestamp' value='2026-03-29T01:00:00+01:00'/></event>"
+        "<event><string key='concept:name' value='A'/><string key='lifecycle:transition' "
+        "value='complete'/><date key='time:timestamp' value='2026-03-29T04:00:00+02:00'/></event>");
+    const std::string sunday = std::to_string(6 * 86400 + 3600);
+    EXPECT_NE(play(log).find(sunday + ":17"), std::string::npos);
+    EXPECT_NE(play(log).find(std::to_string(6 * 86400 + 3 * 3600) + ":20"), std::string::npos);
+    EXPECT_NE(play(log, XesClock::WallClock).find(std::to_string(6 * 86400 + 4 * 3600) + ":20"),
+              std::string::npos);
+}
+
+TEST(XesTrace, RefusesALogOfOtherModels) {
+    Repository repository;
+    std::istringstream other("<log><trace>" + event("A", "", "01") + "</trace></log>");
+    const auto report = importXes(other, "a.xes", repository);
+    std::istringstream input("<log>\n<trace>\n" + event("B", "", "01") + "</trace></log>");
+    XesTrace run(input, "b.xes", repository, report.value().models.front(), MeroNoId);
+    EXPECT_EQ(run.prepare().error().text, "b.xes:3: the model \"a\" has no activity \"B\"");
+}
+
+TEST(XesRowSorter, MergesRunsOfTheTemporaryFile) {
+    constexpr std::uint32_t Rows = 50'000;
+    XesRowSorter sorter(5000);
+    for (std::uint32_t index = 0; index < Rows; ++index) {
+        XesRow row;
+        row.time = static_cast<std::int64_t>(index * 7919U % Rows / 3);
+        row.caseNumber = index % 7;
+        row.sequence = index;
+        sorter.add(row);
+    }
+    sorter.finish();
+    XesRow last;
+    XesRow row;
+    std::uint32_t count = 0;
+    for (; sorter.next(row); last = row, ++count) {
+        ASSERT_TRUE(count == 0 || last < row);
+    }
+    EXPECT_EQ(count, Rows);
+}
+
+TEST(XesImport, MakesActivitiesWorkersRolesAndUnitsAndCountsWhatIsMissing) {
+    const std::string staff =
+        resource("Ann") +
+        "<string key=\"org:role\" value=\"Clerk\"/><string key=\"org:group\" value=\"Desk\"/>";
+    std::istringstream input("<log><string key=\"concept:name\" value=\"Claims\"/>" +
+                             trace(event("A", "start", "01", staff) + event("A", "complete", "02", staff) +
+                                   event("", "Queued", "x")) +
+                             "<trace/></log>");
+    Repository repository;
+    const auto report = importXes(input, "dir/log.xes.gz", repository);
+    ASSERT_TRUE(report.isGood()) << report.error().text;
+    EXPECT_EQ(repository.findModel("Claims")->objects.size(), 2U);
+    const MeroId environment = repository.findModel("Claims resources")->id;
+    EXPECT_EQ(environment, report.value().environment);
+    const Object* const ann = repository.findObject(environment, MeroNoId, "Ann");
+    ASSERT_NE(ann, nullptr);
+    ASSERT_EQ(repository.relationsFrom(ann->id).size(), 2U);
+    std::string notes;
+    for (const ImportNote& note : report.value().notes) {
+        notes += noteText(note).substr(15) + "\n";
+    }
+    EXPECT_EQ(notes,
+              " 1 traces without events: left out\n"
+              " 1 events without activity: played as \"(no activity)\"\n"
+              " 1 events without resource: played without a worker\n"
+              " 1 times that can't be read: taken as missing\n"
+              " 1 events with an unknown transition: not played\n");
+}
+
+TEST(XesImport, TakesBackWhatItMadeOfARefusedLog) {
+    Repository repository;
+    std::istringstream input("<log><trace>" + event("A", "", "01", resource("Ann")) + "</log>");
+    EXPECT_EQ(importXes(input, "log.xes", repository).error().text,
+              "log.xes:2:1: \"log\" is closed where \"trace\" is open");
+    EXPECT_TRUE(repository.modelIds().empty());
+}
+
+}  // namespace
+
+}  // namespace mero
