@@ -8,6 +8,7 @@
 #include "apps/mero/repository_file.h"
 #include "platform/interchange/bpmn_import.h"
 #include "platform/interchange/repository_document.h"
+#include "platform/interchange/xes_import.h"
 
 namespace mero {
 
@@ -37,17 +38,33 @@ void describeModel(const Repository& repository, MeroId id, const Console& conso
     console.out << '\n';
 }
 
+void describeImport(const ImportReport& report, const Repository& repository, const Console& console) {
+    for (const MeroId model : report.models) {
+        describeModel(repository, model, console);
+    }
+    if (report.environment != MeroNoId) {
+        describeModel(repository, report.environment, console);
+    }
+    if (!report.notes.empty()) {
+        console.out << "  Not executed as the file has it:\n";
+    }
+    for (const ImportNote& note : report.notes) {
+        console.out << "    " << noteText(note) << '\n';
+    }
+}
+
 }  // namespace
 
 CLI::App* ImportCommand::describe(CLI::App& program) {
     CLI::App* const command = program.add_subcommand(
         "import",
         "Example:\n  mero import shop.mero order.bpmn --parameters order.json\n\n"
-        "Adds the processes of BPMN 2.0 files, or the models of repository documents, to a repository,\n"
-        "which is made if it isn't there. Either everything is added or nothing.");
+        "Adds the processes of BPMN 2.0 files, the models of repository documents, or the activities and\n"
+        "workers of XES event logs (.xes, .xes.gz) to a repository, which is made if it isn't there.\n"
+        "Either everything is added or nothing.");
     command->add_option("REPO", repositoryFile, "Repository: a .mero file or a repository document")
         ->required();
-    command->add_option("FILE", files, "BPMN 2.0 files and repository documents")->required();
+    command->add_option("FILE", files, "BPMN 2.0 files, repository documents and event logs")->required();
     command->add_option("--parameters", parametersFile, "Simulation parameters (JSON) of the one BPMN file")
         ->type_name("FILE");
     return command;
@@ -69,23 +86,24 @@ Result<void> ImportCommand::importProcesses(const std::string& name, const std::
     if (!report) {
         return report.error();
     }
-    for (const MeroId model : report.value().models) {
-        describeModel(repository, model, console);
-    }
-    if (report.value().environment != MeroNoId) {
-        describeModel(repository, report.value().environment, console);
-    }
-    if (!report.value().notes.empty()) {
-        console.out << "  Not executed as the file has it:\n";
-    }
-    for (const ImportNote& note : report.value().notes) {
-        console.out << "    " << noteText(note) << '\n';
-    }
+    describeImport(report.value(), repository, console);
     return {};
 }
 
 Result<void> ImportCommand::importFile(const std::string& name, Repository& repository,
                                        const Console& console) const {
+    if (isXesFile(name)) {
+        if (!parametersFile.empty()) {
+            return Error{"--parameters belongs to a BPMN file, not to an event log"};
+        }
+        const Result<ImportReport> report = importXesFile(name, repository);
+        if (!report) {
+            return report.error();
+        }
+        console.out << name << ":\n";
+        describeImport(report.value(), repository, console);
+        return {};
+    }
     const Result<std::string> bytes = readWholeFile(name);
     if (!bytes) {
         return bytes.error();

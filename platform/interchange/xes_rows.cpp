@@ -23,6 +23,7 @@ void XesRowSorter::add(const XesRow& row) {
         writeRun();
     }
     memory.push_back(row);
+    ++rowCount;
 }
 
 void XesRowSorter::writeRun() {

@@ -41,6 +41,7 @@ public:
     void finish();
     /// False at the end.
     bool next(XesRow& row);
+    [[nodiscard]] std::size_t size() const { return rowCount; }  ///< rows added
 
 private:
     struct Run {
@@ -59,6 +60,7 @@ private:
     void orderHeap(std::size_t run);
 
     std::size_t limit;
+    std::size_t rowCount = 0;
     std::vector<XesRow> memory;
     std::size_t position = 0;
     std::unique_ptr<std::FILE, CloseFile> file;

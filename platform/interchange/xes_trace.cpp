@@ -88,6 +88,9 @@ public:
         return {};
     }
 
+    /// With the start and the end of the run.
+    [[nodiscard]] std::size_t size() const { return rows.size() + 2; }
+
     Result<bool> next(SimEvent& event) {
         event = SimEvent{};
         event.time = lastTime;
@@ -242,6 +245,10 @@ XesTrace::~XesTrace() = default;
 
 Result<void> XesTrace::prepare() {
     return implementation->prepare();
+}
+
+std::size_t XesTrace::size() const {
+    return implementation->size();
 }
 
 Result<bool> XesTrace::next(SimEvent& event) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <istream>
 #include <memory>
 #include <string>
@@ -35,6 +36,8 @@ public:
 
     /// Reads the log; once, before the first `next`. An error gives the place and the reason.
     Result<void> prepare();
+    /// Events of the run, once prepared.
+    [[nodiscard]] std::size_t size() const;
     /// The next event, whose keys live until the next call; false at the end.
     Result<bool> next(SimEvent& event);
 
