@@ -24,7 +24,7 @@ constexpr const char* ProgramHelp =
     "Example:\n"
     "  mero import shop.mero order.bpmn\n"
     "  mero agents shop.mero add --model Order --name Counts --objects 'all \"Activity\"' \\\n"
-    "       --definition 'AGENT path-analysis FREQUENCY name:\"Frequency\" absolute'\n"
+    "       --definition 'AGENT path-analysis FREQUENCY name:\"Frequency\" resultscope:mainobjects absolute'\n"
     "  mero simulate shop.mero --models Order --instances 1000\n\n"
     "Measures business processes: agents in the models watch a simulated or recorded run.\n"
     "Results go to standard output, messages to standard error. Exit status: 0 done, 1 refused\n"
