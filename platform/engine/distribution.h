@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <optional>
 #include <string_view>
 #include <vector>
@@ -12,15 +13,18 @@ namespace mero {
 /// A distribution of seconds as the attributes of a model give it:
 ///
 ///     fixed(v)  uniform(min,max)  triangular(min,mode,max)  exponential(mean)  normal(mean,deviation)
-///     lognormal(mean,variance)  gamma(mean,variance)  mixture(d; d; …)
+///     lognormal(mean,variance)  gamma(mean,variance)  erlang(mean,phases)  weibull(shape,scale)
+///     beta(a,b,min,max)  poisson(mean[,unit])  binomial(probability,trials[,unit])
+///     discrete(value:weight; value:weight; …)  mixture(d; d; …)
 ///
 /// each, if wanted, followed by ` in [min,max]`: values outside are drawn again, and brought to the nearer
 /// end if that doesn't help. The parts of a mixture have equal weights. Mean and variance of `lognormal` are
-/// those of its values, not of their logarithms. Numbers have a decimal point in every locale.
+/// those of its values, not of their logarithms. The counts of `poisson` and `binomial` are multiplied by the
+/// unit, 1 second unless given. Numbers have a decimal point in every locale.
 class Distribution {
 public:
     /// Always `seconds`.
-    explicit Distribution(double seconds = 0.0) : first(seconds) {}
+    explicit Distribution(double seconds = 0.0) : parameters{seconds} {}
 
     /// The error names the column, from 1, in the text.
     static Result<Distribution> parse(std::string_view text);
@@ -28,23 +32,42 @@ public:
     /// May be negative where the distribution allows it.
     [[nodiscard]] double sample(RandomStream& random) const;
     /// True if every sample is 0.
-    [[nodiscard]] bool isZero() const { return kind == Kind::Fixed && first == 0.0 && !limits; }
+    [[nodiscard]] bool isZero() const { return kind == Kind::Fixed && parameters[0] == 0.0 && !limits; }
 
 private:
     friend class DistributionParser;
-    enum class Kind { Fixed, Uniform, Triangular, Exponential, Normal, Lognormal, Gamma, Mixture };
+    enum class Kind {
+        Fixed,
+        Uniform,
+        Triangular,
+        Exponential,
+        Normal,
+        Lognormal,
+        Gamma,
+        Erlang,
+        Weibull,
+        Beta,
+        Poisson,
+        Binomial,
+        Discrete,
+        Mixture
+    };
     struct Limits {
         double least;
         double most;
     };
+    struct Choice {
+        double value;
+        double weightUpToIt;  ///< its own and those of the choices before it
+    };
 
     [[nodiscard]] double sampleUnlimited(RandomStream& random) const;
+    [[nodiscard]] double sampleChoice(RandomStream& random) const;
 
     Kind kind = Kind::Fixed;
-    double first;
-    double second = 0.0;
-    double third = 0.0;
+    std::array<double, 4> parameters;  ///< in the order in which the text has them
     std::optional<Limits> limits;
+    std::vector<Choice> choices;
     std::vector<Distribution> parts;
 };
 
