@@ -14,7 +14,7 @@ constexpr const char* Process = R"(<definitions xmlns="http://www.omg.org/spec/B
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     mero::Repository repository;
     const auto report = mero::importBpmn({.bytes = Process, .name = "process.bpmn"}, repository,
-                                         mero::ImportFile{.bytes = asText(data, size), .name = "fuzz.json"});
+                                         {{.bytes = asText(data, size), .name = "fuzz.json"}});
     requireReason(report);
     require(report.isGood() || repository.modelIds().empty(), "refused parameters leave nothing");
     return 0;

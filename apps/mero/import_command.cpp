@@ -45,6 +45,9 @@ void describeImport(const ImportReport& report, const Repository& repository, co
     if (report.environment != MeroNoId) {
         describeModel(repository, report.environment, console);
     }
+    if (!report.runOptions.empty()) {
+        console.out << "  Options for a run as the file has it: " << report.runOptions << '\n';
+    }
     if (!report.notes.empty()) {
         console.out << "  Not executed as the file has it:\n";
     }
@@ -65,22 +68,27 @@ CLI::App* ImportCommand::describe(CLI::App& program) {
     command->add_option("REPO", repositoryFile, "Repository: a .mero file or a repository document")
         ->required();
     command->add_option("FILE", files, "BPMN 2.0 files, repository documents and event logs")->required();
-    command->add_option("--parameters", parametersFile, "Simulation parameters (JSON) of the one BPMN file")
+    command
+        ->add_option("--parameters", parametersFiles,
+                     "Simulation parameters of the one BPMN file: a Prosimos document (JSON), or Scylla\n"
+                     "configurations (XML, global and simulation; repeat the option)")
+        ->allow_extra_args(false)
         ->type_name("FILE");
     return command;
 }
 
 Result<void> ImportCommand::importProcesses(const std::string& name, const std::string& bytes,
                                             Repository& repository, const Console& console) const {
-    std::string parameterBytes;
-    std::optional<ImportFile> parameters;
-    if (!parametersFile.empty()) {
+    std::vector<std::string> parameterBytes;
+    std::vector<ImportFile> parameters;
+    parameterBytes.reserve(parametersFiles.size());
+    for (const std::string& parametersFile : parametersFiles) {
         Result<std::string> read = readWholeFile(parametersFile);
         if (!read) {
             return read.error();
         }
-        parameterBytes = std::move(read.value());
-        parameters = ImportFile{parameterBytes, parametersFile};
+        parameterBytes.push_back(std::move(read.value()));
+        parameters.push_back({parameterBytes.back(), parametersFile});
     }
     const Result<ImportReport> report = importBpmn({bytes, name}, repository, parameters);
     if (!report) {
@@ -93,7 +101,7 @@ Result<void> ImportCommand::importProcesses(const std::string& name, const std::
 Result<void> ImportCommand::importFile(const std::string& name, Repository& repository,
                                        const Console& console) const {
     if (isXesFile(name)) {
-        if (!parametersFile.empty()) {
+        if (!parametersFiles.empty()) {
             return Error{"--parameters belongs to a BPMN file, not to an event log"};
         }
         const Result<ImportReport> report = importXesFile(name, repository);
@@ -124,7 +132,7 @@ Result<void> ImportCommand::importFile(const std::string& name, Repository& repo
 }
 
 Result<void> ImportCommand::run(Console& console) {
-    if (!parametersFile.empty() && files.size() > 1) {
+    if (!parametersFiles.empty() && files.size() > 1) {
         return Error{"--parameters belongs to one BPMN file; import the files one by one"};
     }
     auto file = RepositoryFile::open(repositoryFile, RepositoryFile::Use::Create);

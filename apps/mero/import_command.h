@@ -22,7 +22,7 @@ private:
 
     std::string repositoryFile;
     std::vector<std::string> files;
-    std::string parametersFile;
+    std::vector<std::string> parametersFiles;
 };
 
 }  // namespace mero

@@ -1,7 +1,6 @@
 #pragma once
 
-#include <optional>
-#include <string_view>
+#include <vector>
 
 #include "platform/interchange/import_report.h"
 #include "platform/repository/repository.h"
@@ -9,8 +8,9 @@
 
 namespace mero {
 
-/// Adds the processes of a BPMN 2.0 file to the repository and, where `parameters` are given, the simulation
-/// parameters of their document (`prosimos_parameters.h`).
+/// Adds the processes of a BPMN 2.0 file to the repository, with the simulation parameters of
+/// `parameterFiles`
+/// (`parameter_files.h`) or, where there are none, those that the file itself holds.
 ///
 /// Every process that has flow nodes becomes a model `Business process`, named after the process, else its
 /// participant, else the file; every embedded sub-process becomes a model "Parent / Sub" that an object
@@ -21,6 +21,6 @@ namespace mero {
 ///
 /// A fault refuses the file with its place and takes back what was made.
 Result<ImportReport> importBpmn(const ImportFile& file, Repository& repository,
-                                const std::optional<ImportFile>& parameters = std::nullopt);
+                                const std::vector<ImportFile>& parameterFiles = {});
 
 }  // namespace mero

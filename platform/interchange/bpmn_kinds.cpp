@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 
 namespace mero {
 
@@ -37,6 +36,58 @@ constexpr std::array NodeClasses{
     NodeClass{"complexGateway", "Exclusive gateway"},
 };
 
+/// Parts of a scope that describe it and need no word in a report.
+constexpr std::array DescribingElements{
+    std::string_view("documentation"),
+    std::string_view("extensionElements"),
+    std::string_view("incoming"),
+    std::string_view("outgoing"),
+    std::string_view("ioSpecification"),
+    std::string_view("ioBinding"),
+    std::string_view("property"),
+    std::string_view("dataInputAssociation"),
+    std::string_view("dataOutputAssociation"),
+    std::string_view("completionCondition"),
+    std::string_view("standardLoopCharacteristics"),
+    std::string_view("multiInstanceLoopCharacteristics"),
+    std::string_view("supports"),
+};
+
+/// Roots that others refer to and that do nothing by themselves.
+constexpr std::array DefiningElements{
+    std::string_view("documentation"),  std::string_view("extensionElements"),
+    std::string_view("extension"),      std::string_view("import"),
+    std::string_view("itemDefinition"), std::string_view("message"),
+    std::string_view("signal"),         std::string_view("error"),
+    std::string_view("escalation"),     std::string_view("resource"),
+    std::string_view("interface"),      std::string_view("category"),
+    std::string_view("dataStore"),      std::string_view("relationship"),
+    std::string_view("endPoint"),       std::string_view("partnerEntity"),
+    std::string_view("partnerRole"),    std::string_view("correlationProperty"),
+};
+
+struct EventWord {
+    std::string_view element;
+    std::string_view word;
+};
+constexpr std::array EventWords{
+    EventWord{"timerEventDefinition", "timer"},
+    EventWord{"messageEventDefinition", "message"},
+    EventWord{"signalEventDefinition", "signal"},
+    EventWord{"errorEventDefinition", "error"},
+    EventWord{"escalationEventDefinition", "escalation"},
+    EventWord{"conditionalEventDefinition", "conditional"},
+    EventWord{"linkEventDefinition", "link"},
+    EventWord{"compensateEventDefinition", "compensation"},
+    EventWord{"cancelEventDefinition", "cancel"},
+    EventWord{"terminateEventDefinition", "terminate"},
+};
+
+template <class List>
+bool holds(const List& list, std::string_view word) {
+    return std::find(list.begin(), list.end(), word) != list.end();
+}
+
 }  // namespace
 
 std::string_view classOfKind(std::string_view kind) {
@@ -55,7 +106,7 @@ std::string eventKindOf(const BpmnNode& node) {
 bool isExecutedEvent(const BpmnNode& node) {
     const std::string kind = eventKindOf(node);
     const auto isOneOf = [&kind](std::initializer_list<std::string_view> words) {
-        return std::find(words.begin(), words.end(), kind) != words.end();
+        return holds(words, kind);
     };
     if (node.kind == "startEvent") {
         return isOneOf({"none", "timer", "message"});
@@ -69,38 +120,18 @@ bool isExecutedEvent(const BpmnNode& node) {
     return isOneOf({"none", "timer", "message", "link"});
 }
 
-std::optional<double> secondsOfDuration(std::string_view text) {
-    if (!text.starts_with("P")) {
-        return std::nullopt;
-    }
-    text.remove_prefix(1);
-    double seconds = 0.0;
-    bool inTime = false;
-    bool found = false;
-    while (!text.empty()) {
-        if (text.front() == 'T' && !inTime) {
-            inTime = true;
-            text.remove_prefix(1);
-            continue;
-        }
-        double number = 0.0;
-        const auto [end, status] =
-            std::from_chars(text.data(), text.data() + text.size(), number, std::chars_format::fixed);
-        if (status != std::errc{} || end == text.data() + text.size() || number < 0.0) {
-            return std::nullopt;
-        }
-        const std::string_view units = inTime ? "HMS" : "WD";
-        constexpr std::array TimeUnits{3600.0, 60.0, 1.0};
-        constexpr std::array DateUnits{604800.0, 86400.0};
-        const std::size_t unit = units.find(*end);
-        if (unit == std::string_view::npos) {
-            return std::nullopt;
-        }
-        seconds += number * (inTime ? TimeUnits[unit] : DateUnits[unit]);
-        found = true;
-        text.remove_prefix(static_cast<std::size_t>(end - text.data()) + 1);
-    }
-    return found ? std::optional(seconds) : std::nullopt;
+bool isDescription(std::string_view kind) {
+    return holds(DescribingElements, kind);
+}
+
+bool isDefinition(std::string_view kind) {
+    return holds(DefiningElements, kind) || kind.ends_with("EventDefinition");
+}
+
+std::string_view eventWordOf(std::string_view kind) {
+    const auto* found = std::find_if(EventWords.begin(), EventWords.end(),
+                                     [kind](const EventWord& entry) { return entry.element == kind; });
+    return found == EventWords.end() ? std::string_view{} : found->word;
 }
 
 }  // namespace mero

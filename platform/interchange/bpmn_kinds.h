@@ -1,6 +1,5 @@
 #pragma once
 
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -17,8 +16,13 @@ std::string eventKindOf(const BpmnNode& node);
 /// True for the events that the engine carries out as they are meant.
 bool isExecutedEvent(const BpmnNode& node);
 
-/// Seconds of a duration of weeks, days, hours, minutes and seconds (ISO 8601); none for years, months and
-/// other texts.
-std::optional<double> secondsOfDuration(std::string_view text);
+/// True for elements inside of others that describe them and need no word in a report.
+bool isDescription(std::string_view kind);
+
+/// True for elements below the root that others refer to and that do nothing by themselves.
+bool isDefinition(std::string_view kind);
+
+/// Word of the library for an event definition such as "timerEventDefinition"; empty for other elements.
+std::string_view eventWordOf(std::string_view kind);
 
 }  // namespace mero

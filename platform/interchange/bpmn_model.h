@@ -20,11 +20,13 @@ struct BpmnScope;
 struct BpmnNode : BpmnElement {
     std::vector<std::string> eventKinds;  ///< one word an event definition, such as "timer"
     std::string linkName;
-    std::string timerText;  ///< duration of a timer, ISO 8601
+    std::string timerKind;  ///< "timeDuration", "timeCycle" or "timeDate"
+    std::string timerText;  ///< ISO 8601
     std::string attachedTo;
     bool interrupting = true;
     std::string loop = "none";
     int loopMaximum = 0;
+    std::string loopText;  ///< what `loopMaximum` was read of
     std::string calledElement;
     std::string defaultFlow;
     bool triggeredByEvent = false;
@@ -59,6 +61,7 @@ struct BpmnFile {
     std::vector<BpmnScope> processes;
     std::vector<BpmnParticipant> participants;
     std::vector<BpmnFlow> messageFlows;
+    std::vector<BpmnElement> resources;
     std::vector<BpmnElement> others;
     std::map<std::string, std::string> bounds;           ///< "x y width height" by element
     std::map<std::string, std::string> waypoints;        ///< "x,y x,y …" by flow

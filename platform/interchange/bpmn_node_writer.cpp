@@ -4,8 +4,25 @@
 #include <optional>
 
 #include "platform/interchange/bpmn_kinds.h"
+#include "platform/interchange/iso_duration.h"
 
 namespace mero {
+
+namespace {
+
+/// Seconds of a duration, or between the times of a cycle "R3/PT1H"; a start event needs a cycle.
+std::optional<double> secondsOfTimer(const BpmnNode& node) {
+    if (node.timerKind == "timeCycle" && node.timerText.starts_with("R")) {
+        const std::size_t slash = node.timerText.rfind('/');
+        return slash == std::string::npos
+                   ? std::nullopt
+                   : secondsOfDuration(std::string_view(node.timerText).substr(slash + 1));
+    }
+    const bool once = node.timerKind == "timeDuration" && node.kind != "startEvent";
+    return once ? secondsOfDuration(node.timerText) : std::nullopt;
+}
+
+}  // namespace
 
 void BpmnNodeWriter::describe(const BpmnNode& node, std::string_view className, MeroId object) {
     setText(object, "BPMN element", node.kind);
@@ -19,6 +36,9 @@ void BpmnNodeWriter::describe(const BpmnNode& node, std::string_view className, 
     if (node.loop != "none" && writer.hasAttribute(object, "Loop")) {
         setText(object, "Loop", node.loop);
         writer.set(object, "Loop maximum", node.loopMaximum);
+        if (!node.loopText.empty() && node.loopMaximum == 0) {
+            notes.add(node, fmt::format("the number of passes \"{}\" isn't used", node.loopText));
+        }
     }
     describeEvent(node, object);
     noteOddities(node, className);
@@ -28,14 +48,19 @@ void BpmnNodeWriter::describeEvent(const BpmnNode& node, MeroId object) {
     if (node.kind == "boundaryEvent" && !node.interrupting) {
         writer.set(object, "Interrupting", 0);
     }
-    const bool waits = node.kind == "boundaryEvent" || node.kind == "intermediateCatchEvent";
-    if (!waits || node.timerText.empty()) {
-        return;
+    if (!node.timerText.empty()) {
+        describeTimer(node, object);
     }
-    if (const std::optional<double> seconds = secondsOfDuration(node.timerText)) {
-        setText(object, "Duration", fmt::format("fixed({})", *seconds));
+}
+
+void BpmnNodeWriter::describeTimer(const BpmnNode& node, MeroId object) {
+    const std::optional<double> seconds = secondsOfTimer(node);
+    if (!seconds) {
+        notes.add(node, fmt::format("the time \"{}\" isn't used", node.timerText));
+    } else if (node.kind == "startEvent") {
+        setText(object, "Arrival", fmt::format("fixed({})", *seconds));
     } else {
-        notes.add(node, fmt::format("the duration \"{}\" isn't used", node.timerText));
+        setText(object, "Duration", fmt::format("fixed({})", *seconds));
     }
 }
 

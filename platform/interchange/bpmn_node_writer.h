@@ -20,6 +20,7 @@ public:
 
 private:
     void describeEvent(const BpmnNode& node, MeroId object);
+    void describeTimer(const BpmnNode& node, MeroId object);
     void noteOddities(const BpmnNode& node, std::string_view className);
     void setText(MeroId object, std::string_view attribute, const std::string& value);
 

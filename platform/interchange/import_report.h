@@ -20,6 +20,8 @@ struct ImportReport {
     std::vector<MeroId> models;     ///< process models, those of sub-processes included, in order of making
     MeroId environment = MeroNoId;  ///< working environment with roles and workers; 0 if there is none
     std::vector<ImportNote> notes;
+    std::string
+        runOptions;  ///< options for runs that the parameters ask for, "--instances 10 …"; may be empty
 };
 
 /// "place: element: done"

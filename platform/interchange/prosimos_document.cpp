@@ -10,6 +10,7 @@
 
 #include "platform/interchange/calendar_periods.h"
 #include "platform/interchange/json_reader.h"
+#include "platform/interchange/prosimos_distribution.h"
 
 namespace mero {
 
@@ -25,6 +26,11 @@ constexpr std::array UsedKeys{std::string_view("gateway_branching_probabilities"
                               std::string_view("arrival_time_distribution"),
                               std::string_view("arrival_time_calendar")};
 
+/// Keys of which each entry is named in the report.
+constexpr std::array NotedKeys{std::string_view("batch_processing"), std::string_view("case_attributes"),
+                               std::string_view("global_attributes"),
+                               std::string_view("prioritisation_rules")};
+
 template <class Number>
 std::optional<Number> parsed(std::string_view text) {
     Number number{};
@@ -32,20 +38,8 @@ std::optional<Number> parsed(std::string_view text) {
     return status == std::errc{} && end == text.data() + text.size() ? std::optional(number) : std::nullopt;
 }
 
-/// Numbers stand as JSON numbers or as texts.
-double numberOf(const DocumentNode& node) {
-    if (!node.json().is_string()) {
-        return node.number();
-    }
-    const std::optional<double> number = parsed<double>(node.text());
-    if (!number || !std::isfinite(*number)) {
-        node.refuse(fmt::format("a number is expected here, not {}", inQuotes(node.text())));
-    }
-    return *number;
-}
-
 double numberNotBelowZero(const DocumentNode& node) {
-    const double number = numberOf(node);
+    const double number = prosimosNumber(node);
     if (number < 0.0) {
         node.refuse("the number is below 0");
     }
@@ -104,9 +98,10 @@ std::string calendarOf(const DocumentNode& periods, std::string_view name) {
 
 class ProsimosReader {
 public:
-    explicit ProsimosReader(const DocumentNode& documentRoot) : root(documentRoot) {}
+    ProsimosReader(const DocumentNode& documentRoot, std::string_view sourceName)
+        : root(documentRoot), source(sourceName) {}
 
-    ProsimosDocument read() {
+    SimulationParameters read() {
         checkTopKeys();
         readCalendars();
         readProfiles();
@@ -114,12 +109,18 @@ public:
         readBranches();
         readEvents();
         readArrival();
-        return std::move(document);
+        noteBatches();
+        noteRules();
+        return std::move(parameters);
     }
 
 private:
+    [[nodiscard]] std::string placeOf(const DocumentNode& node) const {
+        return fmt::format("{}: {}", source, node.path());
+    }
+
     void note(const DocumentNode& node, std::string text) {
-        document.notes.push_back({node.path(), std::move(text)});
+        parameters.note(placeOf(node), "parameters", std::move(text));
     }
 
     /// Notes the keys of an object that have no meaning here.
@@ -135,9 +136,10 @@ private:
         bool anyUsed = false;
         for (const auto& [key, value] : root.entries()) {
             const bool used = std::find(UsedKeys.begin(), UsedKeys.end(), key) != UsedKeys.end();
+            const bool noted = std::find(NotedKeys.begin(), NotedKeys.end(), key) != NotedKeys.end();
             anyUsed = anyUsed || used;
             const bool empty = value.json().is_array() && value.json().empty();
-            if (!used && !empty) {
+            if (!used && !noted && !empty) {
                 note(value, "isn't used");
             }
         }
@@ -161,56 +163,62 @@ private:
     void readProfiles() {
         for (const DocumentNode& node : root.listAt("resource_profiles")) {
             noteKeys(node, {"id", "name", "resource_list"});
-            ProsimosProfile profile;
             const std::optional<DocumentNode> name = node.find("name");
-            profile.name = name ? name->text() : node.at("id").text();
+            RoleParameters profile{name ? name->text() : node.at("id").text(), {}};
             for (const DocumentNode& resource : node.listAt("resource_list")) {
-                profile.resources.push_back(resourceOf(resource));
-                resourceIds.insert(profile.resources.back().id);
+                const std::string id = resource.at("id").text();
+                WorkerParameters worker = workerOf(resource, id);
+                profile.crews.push_back(id);
+                // A resource may stand in several profiles; it is the same worker in all of them.
+                if (crewIds.insert(id).second) {
+                    parameters.crews.push_back({id, {std::move(worker)}});
+                }
             }
-            document.profiles.push_back(std::move(profile));
+            parameters.roles.push_back(std::move(profile));
         }
     }
 
-    ProsimosResource resourceOf(const DocumentNode& node) {
+    WorkerParameters workerOf(const DocumentNode& node, const std::string& id) {
         noteKeys(node, {"id", "name", "amount", "cost_per_hour", "calendar", "assignedTasks"});
-        ProsimosResource resource;
-        resource.id = node.at("id").text();
+        WorkerParameters worker;
         const std::optional<DocumentNode> name = node.find("name");
-        resource.name = name ? name->text() : resource.id;
+        worker.name = name ? name->text() : id;
         if (const auto amount = node.find("amount")) {
             const double count = numberNotBelowZero(*amount);
             if (count != std::floor(count) || count > AmountLimit) {
                 amount->refuse(fmt::format("a whole number up to {} is expected here", AmountLimit));
             }
-            resource.amount = static_cast<int>(count);
+            worker.amount = static_cast<int>(count);
         }
         if (const auto cost = node.find("cost_per_hour")) {
-            resource.costPerHour = numberNotBelowZero(*cost);
+            worker.hourlyWages = numberNotBelowZero(*cost);
         }
         if (const auto calendar = node.find("calendar")) {
             const auto found = calendars.find(calendar->text());
             if (found == calendars.end()) {
                 calendar->refuse(fmt::format("there is no calendar {}", inQuotes(calendar->text())));
             }
-            resource.calendar = found->second;
+            worker.calendar = found->second;
         }
-        return resource;
+        return worker;
     }
 
     void readTasks() {
         for (const DocumentNode& node : root.listAt("task_resource_distribution")) {
             noteKeys(node, {"task_id", "resources"});
-            ProsimosTask task{node.at("task_id").text(), node.path(), {}};
+            NodeParameters task;
+            task.element = node.at("task_id").text();
+            task.place = placeOf(node);
             for (const DocumentNode& entry : node.listAt("resources")) {
                 noteKeys(entry, {"resource_id", "distribution_name", "distribution_params"});
                 const DocumentNode resource = entry.at("resource_id");
-                if (!resourceIds.contains(resource.text())) {
+                if (!crewIds.contains(resource.text())) {
                     resource.refuse(fmt::format("there is no resource {}", inQuotes(resource.text())));
                 }
-                task.durations.push_back({resource.text(), resource.path(), distributionOf(entry)});
+                task.crewDurations.push_back({resource.text(), distributionOf(entry)});
+                task.performers.push_back(resource.text());
             }
-            document.tasks.push_back(std::move(task));
+            parameters.nodes.push_back(std::move(task));
         }
     }
 
@@ -227,7 +235,8 @@ private:
                 if (probability > 1.0) {
                     branch.at("value").refuse("a probability is at most 1");
                 }
-                document.branches.push_back({branch.at("path_id").text(), branch.path(), probability});
+                parameters.probabilities.push_back(
+                    {branch.at("path_id").text(), placeOf(branch), probability});
             }
         }
     }
@@ -235,124 +244,62 @@ private:
     void readEvents() {
         for (const DocumentNode& node : root.listAt("event_distribution")) {
             noteKeys(node, {"event_id", "distribution_name", "distribution_params"});
-            document.events.push_back({node.at("event_id").text(), node.path(), distributionOf(node)});
+            NodeParameters event;
+            event.element = node.at("event_id").text();
+            event.place = placeOf(node);
+            event.duration = distributionOf(node);
+            parameters.nodes.push_back(std::move(event));
         }
     }
 
     void readArrival() {
+        ArrivalParameters read;
+        read.place = fmt::format("{}: arrival_time_distribution", source);
         if (const auto arrival = root.find("arrival_time_distribution")) {
             noteKeys(*arrival, {"distribution_name", "distribution_params"});
-            document.arrival = distributionOf(*arrival);
+            read.distribution = distributionOf(*arrival);
         }
         if (const auto calendar = root.find("arrival_time_calendar")) {
-            document.arrivalCalendar = calendarOf(*calendar, "Arrivals");
+            read.calendar = calendarOf(*calendar, "Arrivals");
+        }
+        if (!read.distribution.empty() || !read.calendar.empty()) {
+            parameters.arrivals.push_back(std::move(read));
+        }
+    }
+
+    void noteBatches() {
+        for (const DocumentNode& batch : root.listAt("batch_processing")) {
+            const std::optional<DocumentNode> task = batch.find("task_id");
+            note(batch, fmt::format("the batches of task {} aren't formed: each case is worked on by itself",
+                                    task ? inQuotes(task->text()) : std::string("?")));
+        }
+    }
+
+    /// Cases carry no attributes, so rules about them say nothing here.
+    void noteRules() {
+        for (const std::string_view key : {"case_attributes", "global_attributes"}) {
+            for (const DocumentNode& attribute : root.listAt(key)) {
+                const std::optional<DocumentNode> name = attribute.find("name");
+                note(attribute, fmt::format("the attribute {} isn't used",
+                                            name ? inQuotes(name->text()) : std::string("?")));
+            }
+        }
+        for (const DocumentNode& rule : root.listAt("prioritisation_rules")) {
+            note(rule, "not used: all cases have the same priority");
         }
     }
 
     const DocumentNode& root;
-    ProsimosDocument document;
+    std::string_view source;
+    SimulationParameters parameters;
     std::map<std::string, std::string> calendars;
-    std::set<std::string> resourceIds;
-};
-
-/// Checks and writes one distribution.
-class DistributionWriter {
-public:
-    DistributionWriter(const DocumentNode& nameNode, const DocumentNode& parametersNode)
-        : name(nameNode), parameters(parametersNode) {
-        for (const DocumentNode& parameter : parameters.list()) {
-            values.push_back(numberOf(parameter.json().is_object() ? parameter.at("value") : parameter));
-        }
-    }
-
-    std::string text() {
-        const std::string word = name.text();
-        if (word == "fix") {
-            need(1);
-            return fixed(values[0]);
-        }
-        if (word == "uniform") {
-            need(2);
-            return values[0] == values[1] ? fixed(values[0])
-                                          : fmt::format("uniform({},{})", values[0], ordered(0, 1));
-        }
-        if (word == "triang") {
-            need(3);
-            std::sort(values.begin(), values.begin() + 3);
-            return values[0] == values[2]
-                       ? fixed(values[0])
-                       : fmt::format("triangular({},{},{})", values[0], values[1], values[2]);
-        }
-        if (word == "expon") {
-            return exponential();
-        }
-        if (word == "norm") {
-            return spread("normal");
-        }
-        if (word == "lognorm") {
-            return spread("lognormal");
-        }
-        if (word == "gamma") {
-            return spread("gamma");
-        }
-        name.refuse(fmt::format("unknown distribution {}", inQuotes(word)));
-    }
-
-private:
-    static std::string fixed(double value) { return fmt::format("fixed({})", value); }
-
-    void need(std::size_t count) const {
-        if (values.size() < count) {
-            parameters.refuse(fmt::format("{} parameters are expected here, not {}", count, values.size()));
-        }
-    }
-
-    /// The greater of two limits.
-    [[nodiscard]] double ordered(std::size_t least, std::size_t greatest) const {
-        if (values[least] > values[greatest]) {
-            parameters.refuse("the least value is above the greatest");
-        }
-        return values[greatest];
-    }
-
-    /// " in [least,greatest]" of the two parameters from `position`; nothing if they aren't there.
-    [[nodiscard]] std::string limits(std::size_t position) const {
-        return values.size() < position + 2
-                   ? std::string()
-                   : fmt::format(" in [{},{}]", values[position], ordered(position, position + 1));
-    }
-
-    /// An exponential distribution has no memory: least + Exp(mean - least) is Exp(mean - least) cut off
-    /// below.
-    [[nodiscard]] std::string exponential() const {
-        need(1);
-        const double excess = values.size() < 3 ? values[0] : values[0] - values[1];
-        return excess > 0.0 ? fmt::format("exponential({}){}", excess, limits(1)) : fixed(values[0]);
-    }
-
-    [[nodiscard]] std::string spread(std::string_view word) const {
-        need(2);
-        if (values[1] < 0.0 || (values[0] < 0.0 && word != "normal")) {
-            parameters.refuse("a parameter is below 0");
-        }
-        const bool constant = values[1] == 0.0 || (values[0] == 0.0 && word != "normal");
-        return constant ? fixed(values[0])
-                        : fmt::format("{}({},{}){}", word, values[0], values[1], limits(2));
-    }
-
-    const DocumentNode& name;
-    const DocumentNode& parameters;
-    std::vector<double> values;
+    std::set<std::string> crewIds;
 };
 
 }  // namespace
 
-ProsimosDocument readProsimosDocument(const DocumentNode& root) {
-    return ProsimosReader(root).read();
-}
-
-std::string prosimosDistribution(const DocumentNode& name, const DocumentNode& parameters) {
-    return DistributionWriter(name, parameters).text();
+SimulationParameters readProsimosDocument(const DocumentNode& root, std::string_view source) {
+    return ProsimosReader(root, source).read();
 }
 
 }  // namespace mero

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "platform/interchange/document_refused.h"
+#include "platform/interchange/utf8.h"
 #include "platform/interchange/xes_bytes.h"
 
 namespace mero {
@@ -21,52 +22,6 @@ constexpr std::size_t DeepestElement = 200;
 
 bool isBlank(char byte) {
     return byte == ' ' || byte == '\t' || byte == '\n' || byte == '\r';
-}
-
-void appendUtf8(std::string& text, std::uint32_t point) {
-    const auto add = [&text](std::uint32_t byte) { text.push_back(static_cast<char>(byte)); };
-    if (point < 0x80) {
-        add(point);
-    } else if (point < 0x800) {
-        add(0xC0 | (point >> 6));
-        add(0x80 | (point & 0x3F));
-    } else if (point < 0x10000) {
-        add(0xE0 | (point >> 12));
-        add(0x80 | ((point >> 6) & 0x3F));
-        add(0x80 | (point & 0x3F));
-    } else {
-        add(0xF0 | (point >> 18));
-        add(0x80 | ((point >> 12) & 0x3F));
-        add(0x80 | ((point >> 6) & 0x3F));
-        add(0x80 | (point & 0x3F));
-    }
-}
-
-/// Well-formed sequences of RFC 3629, no zero byte.
-bool isUtf8(std::string_view text) {
-    for (std::size_t position = 0; position < text.size();) {
-        const auto byte = [&](std::size_t index) {
-            return position + index < text.size() ? static_cast<unsigned char>(text[position + index]) : 0U;
-        };
-        const unsigned lead = byte(0);
-        if (lead != 0 && lead < 0x80) {
-            ++position;
-            continue;
-        }
-        const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
-        const unsigned second = byte(1);
-        bool good = lead >= 0xC2 && lead < 0xF5 && (lead != 0xE0 || second >= 0xA0) &&
-                    (lead != 0xED || second < 0xA0) && (lead != 0xF0 || second >= 0x90) &&
-                    (lead != 0xF4 || second < 0x90);
-        for (std::size_t index = 1; index < length; ++index) {
-            good = good && (byte(index) & 0xC0) == 0x80;
-        }
-        if (!good) {
-            return false;
-        }
-        position += length;
-    }
-    return true;
 }
 
 /// The code point of `#10` or `#xA`.
@@ -322,7 +277,7 @@ private:
                 target.push_back(byte);
             }
         }
-        if (!isUtf8(target)) {
+        if (target.find('\0') != std::string::npos || firstBadUtf8(target)) {
             throw DocumentRefused("a text isn't in the encoding of the file");
         }
     }

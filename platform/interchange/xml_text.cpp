@@ -2,11 +2,11 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdint>
 #include <fmt/format.h>
 #include <optional>
 
 #include "platform/interchange/text_place.h"
+#include "platform/interchange/utf8.h"
 
 namespace mero {
 
@@ -20,62 +20,6 @@ constexpr std::array<char16_t, 32> Windows1252{
     0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
     0x2039, 0x0152, 0,      0x017D, 0,      0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
     0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0,      0x017E, 0x0178};
-
-void appendUtf8(std::string& text, char32_t point) {
-    const auto add = [&text](char32_t byte) { text.push_back(static_cast<char>(byte)); };
-    if (point < 0x80) {
-        add(point);
-    } else if (point < 0x800) {
-        add(0xC0 | (point >> 6));
-        add(0x80 | (point & 0x3F));
-    } else if (point < 0x10000) {
-        add(0xE0 | (point >> 12));
-        add(0x80 | ((point >> 6) & 0x3F));
-        add(0x80 | (point & 0x3F));
-    } else {
-        add(0xF0 | (point >> 18));
-        add(0x80 | ((point >> 12) & 0x3F));
-        add(0x80 | ((point >> 6) & 0x3F));
-        add(0x80 | (point & 0x3F));
-    }
-}
-
-/// Length of the well-formed sequence at the front (RFC 3629), 0 if there is none.
-std::size_t sequenceLength(std::string_view text) {
-    const auto byte = [&text](std::size_t index) {
-        return index < text.size() ? static_cast<unsigned char>(text[index]) : 0U;
-    };
-    const auto continues = [&byte](std::size_t index) { return (byte(index) & 0xC0) == 0x80; };
-    const unsigned lead = byte(0);
-    if (lead < 0x80) {
-        return 1;
-    }
-    if (lead >= 0xC2 && lead < 0xE0) {
-        return continues(1) ? 2 : 0;
-    }
-    if (lead >= 0xE0 && lead < 0xF0) {
-        const bool good = continues(1) && continues(2) && (lead != 0xE0 || byte(1) >= 0xA0) &&
-                          (lead != 0xED || byte(1) < 0xA0);
-        return good ? 3 : 0;
-    }
-    if (lead >= 0xF0 && lead < 0xF5) {
-        const bool good = continues(1) && continues(2) && continues(3) && (lead != 0xF0 || byte(1) >= 0x90) &&
-                          (lead != 0xF4 || byte(1) < 0x90);
-        return good ? 4 : 0;
-    }
-    return 0;
-}
-
-std::optional<std::size_t> firstBadUtf8(std::string_view text) {
-    for (std::size_t position = 0; position < text.size();) {
-        const std::size_t length = sequenceLength(text.substr(position));
-        if (length == 0) {
-            return position;
-        }
-        position += length;
-    }
-    return std::nullopt;
-}
 
 std::optional<std::string> fromUtf16(std::string_view bytes, bool bigEndian) {
     std::string text;

@@ -5,7 +5,7 @@
 #include "component/host/calendar.h"
 
 #include "platform/interchange/bpmn_import.h"
-#include "platform/interchange/prosimos_document.h"
+#include "platform/interchange/prosimos_distribution.h"
 #include "tests/platform/interchange/test_files.h"
 
 namespace mero {
@@ -80,10 +80,10 @@ const std::string Parameters = R"({
                             {"from": "SUNDAY", "to": "SATURDAY", "beginTime": "01:00:00", "endTime": "24:00:00"}],
   "model_type": "CRISP", "batch_processing": []})";
 
-class SimulationParameters : public testing::Test {
+class ProsimosParameters : public testing::Test {
 protected:
     Result<ImportReport> import(const std::string& parameters) {
-        return importBpmn({Process, "loan.bpmn"}, repository, ImportFile{parameters, "loan.json"});
+        return importBpmn({Process, "loan.bpmn"}, repository, {{parameters, "loan.json"}});
     }
     [[nodiscard]] const Object& object(std::string_view model, std::string_view className,
                                        std::string_view name) {
@@ -99,7 +99,7 @@ protected:
     Repository repository;
 };
 
-TEST_F(SimulationParameters, ReachTheElementsThatTheyName) {
+TEST_F(ProsimosParameters, ReachTheElementsThatTheyName) {
     const auto report = import(Parameters);
     ASSERT_TRUE(report) << report.error().text;
     const Object& check = object("Loan", "Task", "Check \"it\"");
@@ -117,7 +117,7 @@ TEST_F(SimulationParameters, ReachTheElementsThatTheyName) {
               0.25);
 }
 
-TEST_F(SimulationParameters, MakeWorkersWithRolesCalendarsAndWages) {
+TEST_F(ProsimosParameters, MakeWorkersWithRolesCalendarsAndWages) {
     const auto report = import(Parameters);
     ASSERT_TRUE(report) << report.error().text;
     const std::string calendar =
@@ -135,7 +135,7 @@ TEST_F(SimulationParameters, MakeWorkersWithRolesCalendarsAndWages) {
     EXPECT_EQ(report.value().environment, repository.findModel("Loan staff")->id);
 }
 
-TEST_F(SimulationParameters, NoteWhatIsNotUsed) {
+TEST_F(ProsimosParameters, NoteWhatIsNotUsed) {
     const auto report = import(Parameters);
     ASSERT_TRUE(report) << report.error().text;
     std::vector<std::string> notes;
@@ -152,7 +152,7 @@ TEST_F(SimulationParameters, NoteWhatIsNotUsed) {
                   "of 2 start events"}));
 }
 
-TEST_F(SimulationParameters, BrokenDocumentsAreRefusedAndTakeTheModelsAlong) {
+TEST_F(ProsimosParameters, BrokenDocumentsAreRefusedAndTakeTheModelsAlong) {
     struct Change {
         std::string from;
         std::string to;
@@ -190,8 +190,8 @@ TEST(PurchasingExample, ComesWithTheNumbersOfItsFiles) {
     Repository repository;
     const std::string process = test::readFile(folder / "PurchasingExample.bpmn");
     const std::string parameters = test::readFile(folder / "PurchasingExample.json");
-    const auto report = importBpmn({process, "PurchasingExample.bpmn"}, repository,
-                                   ImportFile{parameters, "PurchasingExample.json"});
+    const auto report =
+        importBpmn({process, "PurchasingExample.bpmn"}, repository, {{parameters, "PurchasingExample.json"}});
     ASSERT_TRUE(report) << report.error().text;
     const Model& model = *repository.findModel("PurchasingExample");
     std::map<std::string, int> classes;

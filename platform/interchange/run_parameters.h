@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+
+#include "component/host/sv_string.h"
+
+#include "platform/interchange/simulation_parameters.h"
+
+namespace mero {
+
+/// The options of `mero simulate` that say the same, "--instances 10 --start 2026-01-05T08:00:00 …"; empty
+/// where nothing is given.
+std::string runOptionsOf(const RunParameters& run);
+
+/// Time text, in years of 365 days of 24 hours, of seconds that aren't negative; rounded to whole seconds.
+SV::String timeTextOf(double seconds);
+
+}  // namespace mero
