@@ -90,4 +90,59 @@ double Distribution::sampleChoice(RandomStream& random) const {
     return above->value;
 }
 
+std::optional<double> Distribution::mean() const {
+    if (limits) {
+        return std::nullopt;
+    }
+    const auto& [first, second, third, fourth] = parameters;
+    switch (kind) {
+        case Kind::Uniform:
+            return (first + second) / 2.0;
+        case Kind::Triangular:
+            return (first + second + third) / 3.0;
+        case Kind::Weibull:
+            return second * std::tgamma(1.0 + 1.0 / first);
+        case Kind::Beta:
+            return third + (fourth - third) * first / (first + second);
+        case Kind::Poisson:
+            return first * second;
+        case Kind::Binomial:
+            return first * second * third;
+        case Kind::Discrete:
+            return meanOfChoices();
+        case Kind::Mixture:
+            return meanOfParts();
+        case Kind::Fixed:
+        case Kind::Exponential:
+        case Kind::Normal:
+        case Kind::Lognormal:
+        case Kind::Gamma:
+        case Kind::Erlang:
+            break;
+    }
+    return first;
+}
+
+double Distribution::meanOfChoices() const {
+    double sum = 0.0;
+    double weightBefore = 0.0;
+    for (const Choice& choice : choices) {
+        sum += choice.value * (choice.weightUpToIt - weightBefore);
+        weightBefore = choice.weightUpToIt;
+    }
+    return sum / weightBefore;
+}
+
+std::optional<double> Distribution::meanOfParts() const {
+    double sum = 0.0;
+    for (const Distribution& part : parts) {
+        const std::optional<double> partMean = part.mean();
+        if (!partMean) {
+            return std::nullopt;
+        }
+        sum += *partMean;
+    }
+    return sum / static_cast<double>(parts.size());
+}
+
 }  // namespace mero

@@ -31,6 +31,8 @@ public:
 
     /// May be negative where the distribution allows it.
     [[nodiscard]] double sample(RandomStream& random) const;
+    /// Mean of the samples; none for a distribution with limits.
+    [[nodiscard]] std::optional<double> mean() const;
     /// True if every sample is 0.
     [[nodiscard]] bool isZero() const { return kind == Kind::Fixed && parameters[0] == 0.0 && !limits; }
 
@@ -62,6 +64,8 @@ private:
     };
 
     [[nodiscard]] double sampleUnlimited(RandomStream& random) const;
+    [[nodiscard]] std::optional<double> meanOfParts() const;
+    [[nodiscard]] double meanOfChoices() const;
     [[nodiscard]] double sampleChoice(RandomStream& random) const;
 
     Kind kind = Kind::Fixed;

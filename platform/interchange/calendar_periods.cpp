@@ -1,11 +1,24 @@
 #include "platform/interchange/calendar_periods.h"
 
 #include <algorithm>
+#include <charconv>
+#include <cmath>
 #include <fmt/format.h>
 
 #include "platform/interchange/name_rules.h"
 
 namespace mero {
+
+namespace {
+
+template <class Number>
+std::optional<Number> parsed(std::string_view text) {
+    Number number{};
+    const auto [end, status] = std::from_chars(text.data(), text.data() + text.size(), number);
+    return status == std::errc{} && end == text.data() + text.size() ? std::optional(number) : std::nullopt;
+}
+
+}  // namespace
 
 void CalendarPeriods::add(int firstDay, int lastDay, int begin, int end) {
     for (int day = firstDay;; day = (day + 1) % DaysOfWeek) {
@@ -14,6 +27,44 @@ void CalendarPeriods::add(int firstDay, int lastDay, int begin, int end) {
             return;
         }
     }
+}
+
+bool CalendarPeriods::addPeriod(int firstDay, int lastDay, int begin, int end) {
+    const int lastMinute = end == 0 && begin > 0 ? MinutesOfDay : end;
+    if (begin < lastMinute) {
+        add(firstDay, lastDay, begin, lastMinute);
+    }
+    return begin <= lastMinute;
+}
+
+std::optional<int> CalendarPeriods::weekdayOf(std::string_view name) {
+    static constexpr std::array<std::string_view, DaysOfWeek> Names{
+        "MONDAY", "TUESDAY", "WEDNESDAY", "THURSDAY", "FRIDAY", "SATURDAY", "SUNDAY"};
+    const auto* found = std::find(Names.begin(), Names.end(), name);
+    return found == Names.end() ? std::nullopt : std::optional(static_cast<int>(found - Names.begin()));
+}
+
+std::optional<int> CalendarPeriods::minuteOf(std::string_view time) {
+    const std::size_t first = time.find(':');
+    if (first == std::string_view::npos) {
+        return std::nullopt;
+    }
+    const std::size_t second = time.find(':', first + 1);
+    const auto hours = parsed<int>(time.substr(0, first));
+    const auto minutes = parsed<int>(time.substr(first + 1, second - first - 1));
+    const auto seconds =
+        second == std::string_view::npos ? std::optional(0.0) : parsed<double>(time.substr(second + 1));
+    const bool good = hours && minutes && seconds && *hours >= 0 && *hours <= 24 && *minutes >= 0 &&
+                      *minutes < 60 && *seconds >= 0.0 && *seconds < 60.0 &&
+                      *hours * 60 + *minutes <= MinutesOfDay;
+    if (!good) {
+        return std::nullopt;
+    }
+    return std::min(*hours * 60 + *minutes + static_cast<int>(std::lround(*seconds / 60.0)), MinutesOfDay);
+}
+
+bool CalendarPeriods::empty() const {
+    return std::all_of(days.begin(), days.end(), [](const auto& periods) { return periods.empty(); });
 }
 
 std::string CalendarPeriods::hoursOf(int day) const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -17,12 +18,25 @@ public:
     /// be, work from minute `begin` to minute `end`. Periods may overlap.
     void add(int firstDay, int lastDay, int begin, int end);
 
+    /// The same for a period of a parameter file: one that ends at midnight, 00:00, lasts until the end of
+    /// the day, an empty one adds nothing. False for one that ends before it begins.
+    [[nodiscard]] bool addPeriod(int firstDay, int lastDay, int begin, int end);
+
+    /// Number of a weekday's English name in capitals.
+    static std::optional<int> weekdayOf(std::string_view name);
+    /// Minutes since midnight of "HH:MM:SS" with or without seconds and their fraction, to the nearest
+    /// minute.
+    static std::optional<int> minuteOf(std::string_view time);
+
+    [[nodiscard]] bool empty() const;
+    /// Ranges of a weekday, "09:00-12:00 13:00-17:00".
+    [[nodiscard]] std::string hoursOf(int day) const;
+
     /// `CALENDAR "name"` and its elements; overlapping and touching periods become one.
     [[nodiscard]] std::string text(std::string_view name) const;
 
 private:
     static constexpr int DaysOfWeek = 7;
-    [[nodiscard]] std::string hoursOf(int day) const;
 
     std::array<std::vector<std::pair<int, int>>, DaysOfWeek> days;
 };

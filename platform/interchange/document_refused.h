@@ -1,6 +1,7 @@
 #pragma once
 
 #include <stdexcept>
+#include <string>
 
 namespace mero {
 
@@ -9,6 +10,17 @@ namespace mero {
 class DocumentRefused : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
+    DocumentRefused(const std::string& refusedPlace, const std::string& refusedReason)
+        : std::runtime_error(refusedPlace + ": " + refusedReason), where(refusedPlace), why(refusedReason) {}
+
+    // For readers that go on without the thing refused; empty where the two weren't told apart.
+
+    [[nodiscard]] const std::string& place() const { return where; }
+    [[nodiscard]] const std::string& reason() const { return why; }
+
+private:
+    std::string where;
+    std::string why;
 };
 
 }  // namespace mero

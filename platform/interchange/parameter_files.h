@@ -7,8 +7,6 @@
 
 namespace mero {
 
-class XmlDocument;
-
 /// Reads the simulation parameters of one process. Their format is told by what the files hold:
 ///
 /// - the JSON document of the open-source simulator Prosimos, one file;

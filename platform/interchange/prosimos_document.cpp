@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cmath>
 #include <fmt/format.h>
 #include <map>
@@ -31,13 +30,6 @@ constexpr std::array NotedKeys{std::string_view("batch_processing"), std::string
                                std::string_view("global_attributes"),
                                std::string_view("prioritisation_rules")};
 
-template <class Number>
-std::optional<Number> parsed(std::string_view text) {
-    Number number{};
-    const auto [end, status] = std::from_chars(text.data(), text.data() + text.size(), number);
-    return status == std::errc{} && end == text.data() + text.size() ? std::optional(number) : std::nullopt;
-}
-
 double numberNotBelowZero(const DocumentNode& node) {
     const double number = prosimosNumber(node);
     if (number < 0.0) {
@@ -47,50 +39,32 @@ double numberNotBelowZero(const DocumentNode& node) {
 }
 
 int weekdayOf(const DocumentNode& node) {
-    static constexpr std::array<std::string_view, 7> Names{"MONDAY", "TUESDAY",  "WEDNESDAY", "THURSDAY",
-                                                           "FRIDAY", "SATURDAY", "SUNDAY"};
     const std::string name = node.text();
-    const auto* found = std::find(Names.begin(), Names.end(), name);
-    if (found == Names.end()) {
+    const std::optional<int> day = CalendarPeriods::weekdayOf(name);
+    if (!day) {
         node.refuse(fmt::format("a weekday is expected here, not {}", inQuotes(name)));
     }
-    return static_cast<int>(found - Names.begin());
+    return *day;
 }
 
-/// Minutes since midnight of "HH:MM:SS" with or without a fraction, to the nearest minute.
 int minuteOf(const DocumentNode& node) {
     const std::string text = node.text();
-    const std::string_view view = text;
-    const std::size_t first = view.find(':');
-    const std::size_t second = first == std::string_view::npos ? first : view.find(':', first + 1);
-    const auto hours = parsed<int>(view.substr(0, first));
-    const auto minutes = first == std::string_view::npos
-                             ? std::nullopt
-                             : parsed<int>(view.substr(first + 1, second - first - 1));
-    const auto seconds =
-        second == std::string_view::npos ? std::optional(0.0) : parsed<double>(view.substr(second + 1));
-    const bool good = hours && minutes && seconds && *hours >= 0 && *hours <= 24 && *minutes >= 0 &&
-                      *minutes < 60 && *seconds >= 0.0 && *seconds < 60.0 &&
-                      *hours * 60 + *minutes <= CalendarPeriods::MinutesOfDay;
-    if (!good) {
+    const std::optional<int> minute = CalendarPeriods::minuteOf(text);
+    if (!minute) {
         node.refuse(fmt::format("a time of day is expected here, not {}", inQuotes(text)));
     }
-    return std::min(*hours * 60 + *minutes + static_cast<int>(std::lround(*seconds / 60.0)),
-                    CalendarPeriods::MinutesOfDay);
+    return *minute;
 }
 
 std::string calendarOf(const DocumentNode& periods, std::string_view name) {
     CalendarPeriods calendar;
     for (const DocumentNode& period : periods.list()) {
         period.checkKeys({"from", "to", "beginTime", "endTime"});
-        const int begin = minuteOf(period.at("beginTime"));
-        const int end = minuteOf(period.at("endTime"));
-        const int lastMinute = end == 0 && begin > 0 ? CalendarPeriods::MinutesOfDay : end;
-        if (begin > lastMinute) {
+        const bool added =
+            calendar.addPeriod(weekdayOf(period.at("from")), weekdayOf(period.at("to")),
+                               minuteOf(period.at("beginTime")), minuteOf(period.at("endTime")));
+        if (!added) {
             period.refuse("the period ends before it begins");
-        }
-        if (begin < lastMinute) {
-            calendar.add(weekdayOf(period.at("from")), weekdayOf(period.at("to")), begin, lastMinute);
         }
     }
     return calendar.text(name);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 #include "component/host/sv_string.h"
@@ -14,5 +15,8 @@ std::string runOptionsOf(const RunParameters& run);
 
 /// Time text, in years of 365 days of 24 hours, of seconds that aren't negative; rounded to whole seconds.
 SV::String timeTextOf(double seconds);
+
+/// "2026-01-05T08:00:00" for milliseconds since 1970 on the clock of the place; fractions are cut off.
+std::string wallClockText(std::int64_t milliseconds);
 
 }  // namespace mero

@@ -47,7 +47,7 @@ void XesSurvey::add(const XesEvent& event) {
         if (text->empty()) {
             continue;
         }
-        const auto time = parseXesTime(*text);
+        const auto time = parseIsoTime(*text);
         unreadableTimes += time ? 0U : 1U;
         if (time && (!earliest || time->milliseconds < earliest->milliseconds)) {
             earliest = time;

@@ -5,8 +5,8 @@
 #include <optional>
 #include <string>
 
+#include "platform/interchange/iso_time.h"
 #include "platform/interchange/xes_reader.h"
-#include "platform/interchange/xes_time.h"
 #include "platform/support/result.h"
 
 namespace mero {
@@ -45,7 +45,7 @@ struct XesSurvey {
     std::size_t unreadableTimes = 0;
     std::size_t unknownTransitions = 0;
     std::size_t completions = 0;
-    std::optional<XesTime> earliest;
+    std::optional<IsoTime> earliest;
 
     /// A log without any `complete` has no life cycle in the sense of the standard: each event is a pass.
     [[nodiscard]] bool everyEventIsPass() const { return completions == 0; }

@@ -137,7 +137,7 @@ private:
     }
 
     void readCases(const XesSurvey& survey) {
-        const XesTime earliest = survey.earliest.value_or(XesTime{});
+        const IsoTime earliest = survey.earliest.value_or(IsoTime{});
         const std::int64_t week = weekOf(earliest.wallClock());
         zero = clock == XesClock::WallClock ? week : week - earliest.offset;
         XesCase builder(clock == XesClock::WallClock ? earliest.wallClock() : earliest.milliseconds,
@@ -185,7 +185,7 @@ private:
     }
 
     [[nodiscard]] std::optional<std::int64_t> timeOf(const std::string& text) const {
-        const auto time = parseXesTime(text);
+        const auto time = parseIsoTime(text);
         if (!time) {
             return std::nullopt;
         }

@@ -124,7 +124,7 @@ std::string XmlDocument::placeText(std::size_t offset) const {
 }
 
 void XmlDocument::refuse(std::size_t offset, std::string_view reason) const {
-    throw DocumentRefused(fmt::format("{}: {}", placeText(offset), reason));
+    throw DocumentRefused(placeText(offset), std::string(reason));
 }
 
 void XmlDocument::parse() {

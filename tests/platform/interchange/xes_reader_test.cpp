@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 #include <sstream>
 
-#include "platform/interchange/xes_time.h"
+#include "platform/interchange/iso_time.h"
 #include "tests/platform/interchange/test_files.h"
 
 namespace mero {
@@ -107,7 +107,7 @@ TEST(XesReader, UnpacksSeveralMembers) {
     EXPECT_NE(read(packed.substr(0, packed.size() / 2)).find("ends too early"), std::string::npos);
 }
 
-TEST(XesTime, ReadsDatesOfSeveralForms) {
+TEST(IsoTime, ReadsDatesOfSeveralForms) {
     constexpr std::int64_t Noon = 1'772'539'200'000;  // 2026-03-03T12:00:00Z
     for (const auto& [text, expected] :
          std::vector<std::pair<std::string, std::int64_t>>{{"2026-03-03T12:00:00Z", Noon},
@@ -118,14 +118,14 @@ TEST(XesTime, ReadsDatesOfSeveralForms) {
                                                            {"2026-03-03T06:30:00,5-0530", Noon + 500},
                                                            {"2026-03-02T24:00:00+00", Noon - 43'200'000},
                                                            {"1969-12-31T23:59:59.999Z", -1}}) {
-        const auto time = parseXesTime(text);
+        const auto time = parseIsoTime(text);
         ASSERT_TRUE(time.has_value()) << text;
         EXPECT_EQ(time->milliseconds, expected) << text;
     }
     for (const char* const text : {"", "2026-02-29T00:00:00Z", "2026-03-03", "2026-03/03T00:00:00",
                                    "2026-03-03T24:00:01Z", "2026-03-03T12:60:00Z", "2026-03-03T12:00:00+2",
                                    "2026-03-03T12:00:00.Z", "2026-03-03T12:00:00Zx", "yesterday"}) {
-        EXPECT_FALSE(parseXesTime(text).has_value()) << text;
+        EXPECT_FALSE(parseIsoTime(text).has_value()) << text;
     }
 }
 

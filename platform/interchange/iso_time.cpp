@@ -1,4 +1,4 @@
-#include "platform/interchange/xes_time.h"
+#include "platform/interchange/iso_time.h"
 
 #include <chrono>
 
@@ -129,7 +129,7 @@ std::optional<std::int64_t> takeOffset(Pieces& pieces) {
 
 }  // namespace
 
-std::optional<XesTime> parseXesTime(std::string_view text) {
+std::optional<IsoTime> parseIsoTime(std::string_view text) {
     Pieces pieces(text);
     const auto date = takeDate(pieces);
     if (!date || !(pieces.take('T') || pieces.take(' ') || pieces.take('t'))) {
@@ -144,7 +144,7 @@ std::optional<XesTime> parseXesTime(std::string_view text) {
         return std::nullopt;
     }
     const auto midnight = std::chrono::milliseconds(date->time_since_epoch()).count();
-    return XesTime{midnight + *clock - *offset, *offset};
+    return IsoTime{midnight + *clock - *offset, *offset};
 }
 
 }  // namespace mero

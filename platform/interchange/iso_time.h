@@ -6,8 +6,8 @@
 
 namespace mero {
 
-/// An instant as an event log writes it.
-struct XesTime {
+/// An instant as a file writes it.
+struct IsoTime {
     std::int64_t milliseconds = 0;  ///< since 1970-01-01T00:00:00Z; smaller fractions are cut off
     std::int64_t offset = 0;        ///< milliseconds that the clock of the writer was ahead of UTC
 
@@ -17,6 +17,6 @@ struct XesTime {
 /// Date and time of ISO 8601, `2010-10-27T22:31:19.495+02:00`: the T may be a blank, the hyphens may be
 /// slashes, seconds, fraction and offset may be missing. Without an offset UTC is meant. Nothing for any
 /// other text and for dates that there aren't.
-std::optional<XesTime> parseXesTime(std::string_view text);
+std::optional<IsoTime> parseIsoTime(std::string_view text);
 
 }  // namespace mero
