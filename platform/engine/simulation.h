@@ -23,6 +23,7 @@ struct SimulationSettings {
     MeroId environment = MeroNoId;      ///< working environment; 0 for none
     std::uint64_t instances = 0;        ///< of each main model; 0 for no limit
     std::optional<std::int64_t> until;  ///< the run ends at this time, in seconds, at the latest
+    std::int64_t warmUp = 0;            ///< seconds before the observation of a static work load begins
     std::uint64_t seed = 1;
     TimeBase timeBase;
 };

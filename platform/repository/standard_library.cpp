@@ -93,6 +93,7 @@ enum AttributeId : MeroId {
     ProcessAgentResults = 427,
     ProcessAgentInfoText = 428,
     PredefinedAgents = 429,
+    Priority = 430,
 
     Availability = 501,
     WorkerCalendar = 502,
@@ -104,6 +105,7 @@ enum AttributeId : MeroId {
     EnvironmentAgentDefinition = 508,
     EnvironmentAgentResults = 509,
     EnvironmentAgentInfoText = 510,
+    ResourceCalendar = 511,
 
     FlowProbability = 601,
     FlowCondition = 602,
@@ -178,6 +180,7 @@ std::vector<Library::Attribute> attributeTable() {
         agentText(ProcessAgentResults, "Results"),
         agentText(ProcessAgentInfoText, "Info text"),
         text(PredefinedAgents, "Predefined agents"),
+        integer(Priority, "Priority"),
 
         integer(Availability, "Availability", 100.0),
         calendar(WorkerCalendar, "Calendar", DefaultCalendar),
@@ -189,6 +192,7 @@ std::vector<Library::Attribute> attributeTable() {
         agentText(EnvironmentAgentDefinition, "Definition"),
         agentText(EnvironmentAgentResults, "Results"),
         agentText(EnvironmentAgentInfoText, "Info text"),
+        calendar(ResourceCalendar, "Calendar", DefaultCalendar),
 
         number(FlowProbability, "Probability"),
         text(FlowCondition, "Condition"),
@@ -229,7 +233,7 @@ std::vector<Library::Class> classTable() {
         processClass(EndEvent, "End event", FlowNode, {EventKind}),
         processClass(Activity, "Activity", FlowNode,
                      {ExecutionTime, WaitingTime, RestingTime, TransportTime, Costs, Number, Performer,
-                      Resources, Duration, Loop, LoopMaximum, LoopProbability},
+                      Resources, Duration, Priority, Loop, LoopMaximum, LoopProbability},
                      Abstract),
         processClass(Task, "Task", Activity),
         processClass(UserTask, "User task", Activity),
@@ -255,7 +259,8 @@ std::vector<Library::Class> classTable() {
         environmentClass(Group, "Group", MeroNoId, {InstanceName}, Abstract),
         environmentClass(Role, "Role", Group),
         environmentClass(OrganisationalUnit, "Organisational unit", Group),
-        environmentClass(Resource, "Resource", MeroNoId, {InstanceName, HourlyRate}, Abstract),
+        environmentClass(Resource, "Resource", MeroNoId, {InstanceName, HourlyRate, ResourceCalendar},
+                         Abstract),
         environmentClass(Equipment, "Equipment", Resource),
         environmentClass(ItSystem, "IT system", Resource),
         environmentClass(EnvironmentAgentBase, "Environment agent base", MeroNoId, {InstanceName}, Abstract,

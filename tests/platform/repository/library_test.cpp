@@ -100,9 +100,10 @@ TEST(Library, InheritanceCountsAClassAsItsOwnSubClassButDoesNotListIt) {
 TEST(Library, AttributesComeFromTheBaseFirstAndAreFoundByNameInTheClass) {
     const MeroId equipment = library.findClass(39, "Equipment")->id;
     const auto attributes = library.attributesOf(equipment);
-    ASSERT_EQ(attributes.size(), 2u);
+    ASSERT_EQ(attributes.size(), 3u);
     EXPECT_EQ(attributes[0]->id, ClassCodeInstanceName);
     EXPECT_EQ(attributes[1]->name, "Hourly rate");
+    EXPECT_EQ(attributes[2]->name, "Calendar");
     EXPECT_EQ(attributes[1], library.findAttribute(library.findClass(39, "IT system")->id, "Hourly rate"));
     EXPECT_EQ(library.findAttribute(equipment, "Hourly wages"), nullptr);
     EXPECT_EQ(library.findAttribute(equipment, "hourly rate"), nullptr);
