@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <deque>
 #include <fmt/format.h>
+#include <map>
 #include <set>
 #include <unordered_map>
 
@@ -204,9 +205,17 @@ private:
         }
     }
 
+    /// Drawings have many annotations: elements of one kind share a note.
     void noteOthers(const BpmnScope& scope) {
+        std::map<std::string_view, std::vector<const BpmnElement*>> kinds;
         for (const BpmnElement& element : scope.others) {
-            notes.add(element, "not imported");
+            kinds[element.kind].push_back(&element);
+        }
+        for (const auto& [kind, elements] : kinds) {
+            notes.add(*elements.front(),
+                      elements.size() == 1
+                          ? std::string("not imported")
+                          : fmt::format("not imported, like {} more of its kind", elements.size() - 1));
         }
     }
 

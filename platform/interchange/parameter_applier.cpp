@@ -88,7 +88,7 @@ private:
             return;
         }
         if (!writer.hasAttribute(node->second, "Probability")) {
-            note(probability.place, fmt::format("the probability of \"{}\" isn't used: its kind has none",
+            note(probability.place, fmt::format("the probability of \"{}\" is left out: its kind has none",
                                                 nameOf(node->second)));
             return;
         }
@@ -131,8 +131,8 @@ private:
         if (writer.hasAttribute(object, attribute)) {
             writer.set(object, attribute, value);
         } else {
-            note(node.place, fmt::format("{} of \"{}\" isn't used: its kind has none", wordOf(attribute),
-                                         nameOf(object)));
+            note(node.place, fmt::format("{} of \"{}\": left out, its kind has no such thing",
+                                         wordOf(attribute), nameOf(object)));
         }
     }
 

@@ -1,5 +1,6 @@
 #include "platform/interchange/staff_writer.h"
 
+#include <algorithm>
 #include <fmt/format.h>
 
 #include "platform/interchange/environment_model.h"
@@ -61,16 +62,23 @@ void StaffWriter::makeCrew(const CrewParameters& crew) {
     if (!fresh) {
         return;
     }
+    std::map<std::string, int> countOfName;
     for (const WorkerParameters& worker : crew.workers) {
-        for (int number = 1; number <= worker.amount; ++number) {
+        countOfName[worker.name] += worker.amount;
+    }
+    std::map<std::string, int> numberOfName;
+    for (const WorkerParameters& worker : crew.workers) {
+        for (int made = 0; made < worker.amount; ++made) {
+            const int number = countOfName[worker.name] == 1 ? 0 : ++numberOfName[worker.name];
             entry->second.push_back(makeWorker(worker, number));
         }
     }
 }
 
+/// `number` is 0 for the only one of this name in its crew.
 MeroId StaffWriter::makeWorker(const WorkerParameters& worker, int number) {
-    const bool alone = worker.amount == 1 && !writer.isNameTaken(report.environment, worker.name);
-    const std::string wanted = alone ? worker.name : fmt::format("{} {}", worker.name, number);
+    const bool alone = number == 0 && !writer.isNameTaken(report.environment, worker.name);
+    const std::string wanted = alone ? worker.name : fmt::format("{} {}", worker.name, std::max(number, 1));
     const std::string name = freeName(wanted, [this](const std::string& candidate) {
         return writer.isNameTaken(report.environment, candidate);
     });
