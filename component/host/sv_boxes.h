@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "component/host/sv_application.h"
+#include "component/host/sv_edits.h"
 #include "component/host/sv_string.h"
 
 namespace SV {
@@ -24,15 +25,15 @@ struct BoxRecord {
     int answer;
 };
 
-/// Every modal box of the program goes through here: it is answered by the installed responder and recorded,
-/// in order.
+/// Every modal box of the program goes through here: it is answered by the installed responder, or else by
+/// the toolkit, and recorded, in order.
 class BoxDesk {
 public:
     using Responder = std::function<int(BoxKind kind, Window* parent, int style, const String& text)>;
 
     static BoxDesk& GetGlobal();
 
-    /// An empty responder leaves boxes unanswered.
+    /// An empty responder leaves boxes to the toolkit; headless they stay unanswered.
     void setResponder(Responder newResponder) { responder = std::move(newResponder); }
     int execute(BoxKind kind, Window* parent, int style, const String& text);
     [[nodiscard]] const std::vector<BoxRecord>& getRecords() const { return records; }
@@ -91,5 +92,9 @@ public:
 /// Non-modal message window, shown during long work. It isn't recorded.
 class MeroMessWin : public SV::Window {
 public:
-    MeroMessWin(SV::Window* parent, const SV::String& text) : SV::Window(parent) { SetText(text); }
+    MeroMessWin(SV::Window* parent, const SV::String& text);
+    void SetText(const SV::String& text);
+
+private:
+    SV::FixedText label;
 };

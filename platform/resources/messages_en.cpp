@@ -321,6 +321,17 @@ constexpr Message Messages[] = {
      "disk."},
     {0x20051D9,
      "The history file \"%s\" can't be read. Check that it is still there and that you may read it."},
+    {0x2010100, "Save the table"},
+    {0x2010101, "The file can't be written. Check the folder, your rights and the free space on the disk: "},
+    {0x2010102, "Search the table"},
+    {0x2010103, "~Text to find:"},
+    {0x2010104, "No field of the table holds this text. Check its spelling, or search for a part of it."},
+    {0x2010105, "~Expand all rows"},
+    {0x2010106, "S~hrink all rows"},
+    {0x2010107, "~Copy rows"},
+    {0x2010108, "~Search..."},
+    {0x2010109, "Text, comma-separated values, web page"},
+    {0x201010A, "Object"},
 };
 
 static_assert(std::ranges::adjacent_find(Messages, std::ranges::greater_equal{}, &Message::id) ==

@@ -11,6 +11,13 @@ Application* GetpApp() {
     return &application;
 }
 
+void Application::Wait(bool on) {
+    if (waiting != on) {
+        waiting = on;
+        Toolkit::GetGlobal().setWait(on);
+    }
+}
+
 }  // namespace SV
 
 namespace mero {
@@ -32,4 +39,9 @@ void Mero_PopParentWindow(SV::Window* window) {
     if (last != windows.rend()) {
         windows.erase(std::next(last).base());
     }
+}
+
+SV::Window* Mero_GetParentWindow() {
+    const auto& windows = mero::parentWindows();
+    return windows.empty() ? SV::GetpApp()->GetAppWindow() : windows.back();
 }

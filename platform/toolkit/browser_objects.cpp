@@ -1,71 +1,51 @@
 #include "component/host/browser_objects.h"
 
-#include <limits>
-#include <optional>
-#include <unordered_map>
+#include <algorithm>
 
-#include "platform/toolkit/row_order.h"
+#include "component/host/basic_services.h"
+#include "component/host/browser.h"
+
+#include "platform/toolkit/browser_state.h"
+#include "platform/toolkit/row_sorting.h"
+#include "platform/toolkit/text_search.h"
 
 namespace {
 
+using mero::BrowserColumn;
+using mero::BrowserRow;
+using mero::NoRow;
 using mero::RowOrder;
 
-struct BrowserRow {
-    MeroId id;
-    int depth;
-    RowOrder::Row lastChild;
-    std::vector<SV::String> cells;
-};
-
-constexpr RowOrder::Row NoRow = std::numeric_limits<RowOrder::Row>::max();
+/// Pixels by which a level of rows is indented, with the room for the sign of the row.
+constexpr int IndentOfLevel = 20;
+constexpr int ColumnPadding = 16;
 
 }  // namespace
 
-struct MeroShrinkExpandBrowserObjects::Impl {
-    std::vector<SV::String> columnTitles;
-    std::vector<BrowserRow> rows;  ///< in order of making
-    RowOrder order;
-    /// Rows whose identifier isn't their place in `rows`, counted from 1; the others need no map.
-    std::unordered_map<MeroId, RowOrder::Row> otherRows;
-    std::vector<SV::String> headers;
-    SV::String secondHeader;
-
-    [[nodiscard]] RowOrder::Row find(MeroId rowId) const {
-        const auto expected = static_cast<std::size_t>(rowId) - 1;
-        if (rowId > 0 && expected < rows.size() && rows[expected].id == rowId) {
-            return static_cast<RowOrder::Row>(expected);
-        }
-        const auto place = otherRows.find(rowId);
-        return place != otherRows.end() ? place->second : NoRow;
-    }
-
-    [[nodiscard]] RowOrder::Row lastDescendant(RowOrder::Row row) const {
-        while (rows[row].lastChild != NoRow) {
-            row = rows[row].lastChild;
-        }
-        return row;
-    }
-
-    /// Null outside the table.
-    [[nodiscard]] BrowserRow* rowShownAt(int place) {
-        const bool isInside = place >= 0 && static_cast<std::size_t>(place) < rows.size();
-        return isInside ? &rows[order.rowAt(static_cast<std::size_t>(place))] : nullptr;
-    }
-
-    [[nodiscard]] bool hasColumn(int column) const {
-        return column >= 0 && static_cast<std::size_t>(column) <= columnTitles.size();
-    }
-};
-
 MeroShrinkExpandBrowserObjects::MeroShrinkExpandBrowserObjects() : impl(std::make_unique<Impl>()) {}
-MeroShrinkExpandBrowserObjects::~MeroShrinkExpandBrowserObjects() = default;
+MeroShrinkExpandBrowserObjects::~MeroShrinkExpandBrowserObjects() {
+    if (impl->browser != nullptr) {
+        impl->browser->SetObjects(nullptr);
+    }
+}
 
-void MeroShrinkExpandBrowserObjects::addColumn(const SV::String& title, [[maybe_unused]] int width,
-                                               [[maybe_unused]] int alignment, [[maybe_unused]] int kind) {
-    impl->columnTitles.push_back(title);
+void MeroShrinkExpandBrowserObjects::addColumn(const SV::String& title, int width, int alignment,
+                                               [[maybe_unused]] int kind) {
+    impl->columns.push_back({title, {}, {}, width, alignment});
     for (BrowserRow& row : impl->rows) {
         row.cells.emplace_back();
     }
+    impl->tell({SV::Aspect::Objects});
+}
+
+void MeroShrinkExpandBrowserObjects::setColumnToolTip(int column, const SV::String& text) {
+    if (impl->hasColumn(column)) {
+        impl->columnAt(column).toolTip = text;
+    }
+}
+
+SV::String MeroShrinkExpandBrowserObjects::getColumnToolTip(int column) const {
+    return impl->hasColumn(column) ? impl->columnAt(column).toolTip : SV::String();
 }
 
 bool MeroShrinkExpandBrowserObjects::addRow(MeroId parentRowId, MeroId rowId,
@@ -83,15 +63,27 @@ bool MeroShrinkExpandBrowserObjects::addRow(MeroId parentRowId, MeroId rowId,
         before = impl->order.last();
     }
     impl->order.insertBehind(before);
-    impl->rows.push_back({rowId, isRoot ? 0 : impl->rows[parent].depth + 1, NoRow, cells});
-    impl->rows.back().cells.resize(impl->columnTitles.size() + 1);
-    if (!isRoot) {
-        impl->rows[parent].lastChild = row;
+    impl->rows.push_back({rowId, isRoot ? 0 : impl->rows[parent].depth + 1, parent, {}, cells});
+    BrowserRow& made = impl->rows.back();
+    made.cells.resize(impl->columns.size());
+    for (std::size_t column = 0; column < made.cells.size(); ++column) {
+        impl->columns[column].noteText(made.cells[column], column == 0 ? made.depth : 0);
     }
+    (isRoot ? impl->roots : impl->rows[parent].children).push_back(row);
     if (rowId <= 0 || static_cast<RowOrder::Row>(rowId) != row + 1) {
         impl->otherRows.emplace(rowId, row);
     }
+    impl->tell({SV::Aspect::Objects});
     return true;
+}
+
+void MeroShrinkExpandBrowserObjects::setSummaryRows(int count) {
+    impl->summaryRows = std::clamp(count, 0, static_cast<int>(impl->roots.size()));
+    impl->tell({SV::Aspect::Objects});
+}
+
+int MeroShrinkExpandBrowserObjects::getSummaryRows() const {
+    return impl->summaryRows;
 }
 
 void MeroShrinkExpandBrowserObjects::addHeader(const SV::String& text) {
@@ -109,6 +101,8 @@ bool MeroShrinkExpandBrowserObjects::replaceField(const SV::String& text, int ro
         return false;
     }
     shown->cells[static_cast<std::size_t>(column)] = text;
+    impl->columnAt(column).noteText(text, column == 0 ? shown->depth : 0);
+    impl->tell({SV::Aspect::Field, row, column});
     return true;
 }
 
@@ -154,12 +148,11 @@ int MeroShrinkExpandBrowserObjects::getNumberOfRows() const {
 }
 
 int MeroShrinkExpandBrowserObjects::getNumberOfColumns() const {
-    return static_cast<int>(impl->columnTitles.size());
+    return static_cast<int>(impl->columns.size()) - 1;
 }
 
 SV::String MeroShrinkExpandBrowserObjects::getColumnTitle(int column) const {
-    return column >= 1 && impl->hasColumn(column) ? impl->columnTitles[static_cast<std::size_t>(column) - 1]
-                                                  : SV::String();
+    return impl->hasColumn(column) ? impl->columnAt(column).title : SV::String();
 }
 
 const std::vector<SV::String>& MeroShrinkExpandBrowserObjects::getHeaders() const {
@@ -168,4 +161,128 @@ const std::vector<SV::String>& MeroShrinkExpandBrowserObjects::getHeaders() cons
 
 const SV::String& MeroShrinkExpandBrowserObjects::getSecondHeader() const {
     return impl->secondHeader;
+}
+
+bool MeroShrinkExpandBrowserObjects::expandAll() {
+    return impl->expandEveryRow(true);
+}
+
+bool MeroShrinkExpandBrowserObjects::shrinkAll() {
+    return impl->expandEveryRow(false);
+}
+
+bool MeroShrinkExpandBrowserObjects::expandRow(int row, bool expand) {
+    BrowserRow* shown = impl->rowShownAt(row);
+    if (shown == nullptr || shown->children.empty()) {
+        return false;
+    }
+    shown->expanded = expand;
+    impl->tell({SV::Aspect::Expanded, row, 1, static_cast<MeroId>(getHandle(row))});
+    return true;
+}
+
+bool MeroShrinkExpandBrowserObjects::hasChildren(int row) const {
+    const BrowserRow* shown = impl->rowShownAt(row);
+    return shown != nullptr && !shown->children.empty();
+}
+
+bool MeroShrinkExpandBrowserObjects::isExpanded(int row) const {
+    const BrowserRow* shown = impl->rowShownAt(row);
+    return shown != nullptr && shown->expanded;
+}
+
+bool MeroShrinkExpandBrowserObjects::isInSight(int row) const {
+    const BrowserRow* shown = impl->rowShownAt(row);
+    while (shown != nullptr && shown->parent != NoRow) {
+        shown = &impl->rows[shown->parent];
+        if (!shown->expanded) {
+            return false;
+        }
+    }
+    return shown != nullptr;
+}
+
+bool MeroShrinkExpandBrowserObjects::adjustColumn(int column) {
+    if (!impl->hasColumn(column)) {
+        return false;
+    }
+    const BrowserColumn& each = impl->columnAt(column);
+    SV::Toolkit& toolkit = SV::Toolkit::GetGlobal();
+    const int room = column == 0 ? IndentOfLevel * (each.depthOfLongest + 1) : 0;
+    const int width = std::max(toolkit.textWidth(each.longest) + room, toolkit.textWidth(each.title));
+    return setColumnWidth(column, width + ColumnPadding);
+}
+
+int MeroShrinkExpandBrowserObjects::getColumnWidth(int column) const {
+    return impl->hasColumn(column) ? impl->columnAt(column).width : 0;
+}
+
+bool MeroShrinkExpandBrowserObjects::setColumnWidth(int column, int width) {
+    if (!impl->hasColumn(column)) {
+        return false;
+    }
+    impl->columnAt(column).width = width;
+    impl->tell({SV::Aspect::ColumnWidth, column});
+    return true;
+}
+
+void MeroShrinkExpandBrowserObjects::doLeftClick(int row, int column) {
+    if (column == 0) {
+        expandRow(row, !isExpanded(row));
+    }
+}
+
+int MeroShrinkExpandBrowserObjects::findText(const SV::String& text, int from) const {
+    const auto count = static_cast<int>(impl->rows.size());
+    for (int step = 0; step < count; ++step) {
+        const int row = (std::max(from, 0) + step) % count;
+        const auto& cells = impl->rowShownAt(row)->cells;
+        if (std::ranges::any_of(
+                cells, [&](const SV::String& each) { return mero::holdsText(each.view(), text.view()); })) {
+            return row;
+        }
+    }
+    return -1;
+}
+
+void MeroShrinkExpandBrowserObjects::showRow(int row) {
+    for (RowOrder::Row above = impl->rowShownAt(row)->parent; above != NoRow;
+         above = impl->rows[above].parent) {
+        impl->rows[above].expanded = true;
+    }
+    impl->tell({SV::Aspect::Expanded, row, 0, -1});
+    impl->tell({SV::Aspect::Found, row, 0, static_cast<MeroId>(getHandle(row))});
+}
+
+MeroBrowser* MeroShrinkExpandBrowserObjects::getBrowser() const {
+    return impl->browser;
+}
+
+std::vector<MeroShrinkExpandBrowserObjects::RowHandle> MeroShrinkExpandBrowserObjects::getRowsInSight(
+    int sortColumn, bool descending) const {
+    return mero::rowsInSight(*impl, impl->hasColumn(sortColumn) ? sortColumn : -1, descending);
+}
+
+const SV::String& MeroShrinkExpandBrowserObjects::getFieldOf(RowHandle handle, int column) const {
+    return impl->rows[handle].cells[static_cast<std::size_t>(column)];
+}
+
+int MeroShrinkExpandBrowserObjects::getDepthOf(RowHandle handle) const {
+    return impl->rows[handle].depth;
+}
+
+bool MeroShrinkExpandBrowserObjects::hasChildrenOf(RowHandle handle) const {
+    return !impl->rows[handle].children.empty();
+}
+
+bool MeroShrinkExpandBrowserObjects::isExpandedOf(RowHandle handle) const {
+    return impl->rows[handle].expanded;
+}
+
+int MeroShrinkExpandBrowserObjects::getRowOf(RowHandle handle) const {
+    return static_cast<int>(impl->order.placeOf(handle));
+}
+
+MeroShrinkExpandBrowserObjects::RowHandle MeroShrinkExpandBrowserObjects::getHandle(int row) const {
+    return impl->order.rowAt(static_cast<std::size_t>(row));
 }
