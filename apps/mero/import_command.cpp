@@ -46,7 +46,7 @@ void describeImport(const ImportReport& report, const Repository& repository, co
         describeModel(repository, report.environment, console);
     }
     if (!report.runOptions.empty()) {
-        console.out << "  Options for a run as the file has it: " << report.runOptions << '\n';
+        console.out << "  Options of a run that say the same: " << report.runOptions << '\n';
     }
     if (!report.notes.empty()) {
         console.out << "  Not executed as the file has it:\n";

@@ -8,6 +8,7 @@
 
 #include "platform/interchange/name_rules.h"
 #include "platform/interchange/object_writer.h"
+#include "platform/interchange/run_parameters.h"
 #include "platform/interchange/xes_reader.h"
 #include "platform/interchange/xes_survey.h"
 
@@ -27,6 +28,9 @@ public:
         report.models.push_back(process);
         report.environment = environment;
         addNotes(report);
+        if (survey.earliest) {
+            report.runOptions = "--start " + wallClockText(survey.startOfCalendar());
+        }
         return report;
     }
 

@@ -1,6 +1,7 @@
 #include "platform/interchange/xes_survey.h"
 
 #include <algorithm>
+#include <chrono>
 #include <string_view>
 #include <utility>
 
@@ -53,6 +54,14 @@ void XesSurvey::add(const XesEvent& event) {
             earliest = time;
         }
     }
+}
+
+std::int64_t XesSurvey::startOfCalendar() const {
+    using std::chrono::milliseconds;
+    const std::chrono::sys_time<milliseconds> first(milliseconds(earliest.value_or(IsoTime{}).wallClock()));
+    const auto day = std::chrono::floor<std::chrono::days>(first);
+    const auto monday = day - (std::chrono::weekday(day) - std::chrono::Monday);
+    return milliseconds(monday.time_since_epoch()).count();
 }
 
 }  // namespace mero

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <istream>
 #include <optional>
 #include <string>
@@ -51,6 +52,10 @@ struct XesSurvey {
     [[nodiscard]] bool everyEventIsPass() const { return completions == 0; }
 
     void add(const XesEvent& event);
+
+    /// Time 0 of a replay: midnight before the Monday before the earliest event, in milliseconds of the clock
+    /// that the event's writer saw.
+    [[nodiscard]] std::int64_t startOfCalendar() const;
 };
 
 }  // namespace mero

@@ -50,15 +50,6 @@ private:
     std::unordered_map<std::string, MeroId> known;
 };
 
-/// Milliseconds of the midnight before the Monday before `time`.
-std::int64_t weekOf(std::int64_t time) {
-    using std::chrono::days;
-    const auto day = std::chrono::floor<days>(
-        std::chrono::sys_time<std::chrono::milliseconds>(std::chrono::milliseconds(time)));
-    const auto monday = day - (std::chrono::weekday(day) - std::chrono::Monday);
-    return std::chrono::milliseconds(monday.time_since_epoch()).count();
-}
-
 std::int64_t secondsOf(std::int64_t milliseconds) {
     return std::chrono::floor<std::chrono::seconds>(std::chrono::milliseconds(milliseconds)).count();
 }
@@ -138,7 +129,7 @@ private:
 
     void readCases(const XesSurvey& survey) {
         const IsoTime earliest = survey.earliest.value_or(IsoTime{});
-        const std::int64_t week = weekOf(earliest.wallClock());
+        const std::int64_t week = survey.startOfCalendar();
         zero = clock == XesClock::WallClock ? week : week - earliest.offset;
         XesCase builder(clock == XesClock::WallClock ? earliest.wallClock() : earliest.milliseconds,
                         survey.everyEventIsPass());

@@ -1,31 +1,17 @@
-#include "platform/interchange/repository_document.h"
-
-#include <array>
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 #include <optional>
-#include <unordered_map>
 
 #include "component/host/core_variables.h"
 
 #include "platform/interchange/document_node.h"
 #include "platform/interchange/json_reader.h"
+#include "platform/interchange/repository_document.h"
+#include "platform/interchange/repository_document_parts.h"
 
 namespace mero {
 
 namespace {
-
-constexpr std::string_view FormatName = "mero-repository";
-constexpr std::int32_t FormatVersion = 1;
-
-/// The keys of an agent beside its name and class, and the attributes that they stand for.
-struct AgentText {
-    std::string_view key;
-    std::string_view attribute;
-};
-constexpr std::array AgentTexts{AgentText{"definition", "Definition"}, AgentText{"objects", "Objects"},
-                                AgentText{"calendar", "Calendar"}, AgentText{"infotext", "Info text"},
-                                AgentText{"results", "Results"}};
 
 MeroId libraryOf(const Repository& repository, const Model& model) {
     const MeroId modelClass = repository.library().modelTypes()[model.type].classId;
@@ -45,46 +31,6 @@ void taken(const Result<void>& result, const DocumentNode& place) {
         place.refuse(result.error().text);
     }
 }
-
-/// Objects of a model by name alone, agents left out; made on first use and not kept up to date.
-class ObjectNames {
-public:
-    explicit ObjectNames(const Repository& source) : repository(source) {}
-
-    /// `classId` 0 means any class.
-    std::vector<MeroId> find(MeroId model, MeroId classId, std::string_view name) {
-        const auto& index = indexOf(model);
-        const auto entry = index.find(name);
-        if (entry == index.end()) {
-            return {};
-        }
-        std::vector<MeroId> found = entry->second;
-        std::erase_if(found, [&](MeroId id) {
-            return classId != MeroNoId && repository.findObject(id)->classId != classId;
-        });
-        return found;
-    }
-
-private:
-    using Index = std::unordered_map<std::string_view, std::vector<MeroId>>;
-
-    /// The names are the repository's own, which nothing renames meanwhile.
-    const Index& indexOf(MeroId model) {
-        const auto [entry, fresh] = indices.try_emplace(model);
-        if (fresh) {
-            for (const MeroId id : repository.findModel(model)->objects) {
-                const Object& object = *repository.findObject(id);
-                if (!repository.library().findClass(object.classId)->agent) {
-                    entry->second[object.name.view()].push_back(id);
-                }
-            }
-        }
-        return entry->second;
-    }
-
-    const Repository& repository;
-    std::unordered_map<MeroId, Index> indices;
-};
 
 /// One reading of one document. Objects are made in a first pass over the models, what refers to other
 /// objects or models is looked up in a second.
@@ -335,120 +281,6 @@ private:
     std::vector<PendingReference> references;
 };
 
-using Json = nlohmann::ordered_json;
-
-/// Writes what differs from the defaults, in the order of the library.
-class DocumentWriter {
-public:
-    explicit DocumentWriter(const Repository& source)
-        : repository(source), library(source.library()), names(source) {}
-
-    [[nodiscard]] Json document() {
-        Json models = Json::array();
-        for (const MeroId id : repository.modelIds()) {
-            models.push_back(model(*repository.findModel(id)));
-        }
-        return {{"format", FormatName}, {"version", FormatVersion}, {"models", std::move(models)}};
-    }
-
-private:
-    [[nodiscard]] Json model(const Model& source) {
-        Json node{{"name", source.name.view()}, {"type", library.modelTypes()[source.type].name}};
-        if (source.access == ModelAccess::Read) {
-            node["access"] = "read";
-        }
-        if (!source.loaded) {
-            node["loaded"] = false;
-        }
-        for (const MeroId id : source.objects) {
-            const Object& object = *repository.findObject(id);
-            const Library::Class& objectClass = *library.findClass(object.classId);
-            Json entry{{"name", object.name.view()}, {"class", objectClass.name}};
-            if (objectClass.agent) {
-                addAgentTexts(object, entry);
-            } else {
-                addAttributes(object.values, entry);
-            }
-            node[objectClass.agent ? "agents" : "objects"].push_back(std::move(entry));
-        }
-        for (const MeroId id : source.relations) {
-            node["relations"].push_back(relation(*repository.findRelation(id)));
-        }
-        return inOrder(std::move(node));
-    }
-
-    /// Lists in the order objects, relations, agents, whatever was met first.
-    static Json inOrder(Json node) {
-        for (const char* key : {"objects", "relations", "agents"}) {
-            if (const auto found = node.find(key); found != node.end()) {
-                Json list = std::move(*found);
-                node.erase(found);
-                node[key] = std::move(list);
-            }
-        }
-        return node;
-    }
-
-    void addAgentTexts(const Object& agent, Json& entry) const {
-        for (const AgentText& text : AgentTexts) {
-            const Library::Attribute* attribute = library.findAttribute(agent.classId, text.attribute);
-            for (const auto& [id, value] : agent.values) {
-                if (attribute != nullptr && id == attribute->id) {
-                    entry[std::string(text.key)] = jsonOf(value);
-                }
-            }
-        }
-    }
-
-    void addAttributes(const AttributeValues& values, Json& entry) const {
-        for (const auto& [id, value] : values) {
-            entry["attributes"][library.findAttribute(id)->name] = jsonOf(value);
-        }
-    }
-
-    static Json jsonOf(const AttributeValue& value) {
-        if (const auto* text = std::get_if<SV::String>(&value)) {
-            return text->view();
-        }
-        if (const auto* integer = std::get_if<std::int32_t>(&value)) {
-            return *integer;
-        }
-        return std::get<double>(value);
-    }
-
-    [[nodiscard]] Json relation(const Relation& source) {
-        const MeroId ownModel = repository.findObject(source.from)->modelId;
-        Json entry{{"class", library.findRelationClass(source.classId)->name},
-                   {"from", end(source.from, ownModel)},
-                   {"to", end(source.to, ownModel)}};
-        addAttributes(source.values, entry);
-        return entry;
-    }
-
-    /// The name alone where it is enough.
-    [[nodiscard]] Json end(MeroId id, MeroId ownModel) {
-        const Object& object = *repository.findObject(id);
-        const bool foreign = object.modelId != ownModel;
-        const bool ambiguous = names.find(object.modelId, MeroNoId, object.name.view()).size() > 1;
-        if (!foreign && !ambiguous) {
-            return object.name.view();
-        }
-        Json node = Json::object();
-        if (foreign) {
-            node["model"] = repository.findModel(object.modelId)->name.view();
-        }
-        if (ambiguous) {
-            node["class"] = library.findClass(object.classId)->name;
-        }
-        node["name"] = object.name.view();
-        return node;
-    }
-
-    const Repository& repository;
-    const Library& library;
-    ObjectNames names;
-};
-
 }  // namespace
 
 Result<void> readRepositoryDocument(std::string_view text, std::string_view source, Repository& repository) {
@@ -464,13 +296,6 @@ Result<void> readRepositoryDocument(std::string_view text, std::string_view sour
         return Error{fmt::format("{}: {}", source, refused.what())};
     }
     return {};
-}
-
-std::string writeRepositoryDocument(const Repository& repository) {
-    return DocumentWriter(repository)
-               .document()
-               .dump(2, ' ', false, nlohmann::json::error_handler_t::replace) +
-           "\n";
 }
 
 }  // namespace mero
