@@ -14,7 +14,9 @@ char lowered(char each) {
 }  // namespace
 
 bool holdsText(std::string_view text, std::string_view part) {
-    return part.empty() || std::ranges::search(text, part, {}, lowered, lowered).begin() != text.end();
+    const auto same = [](char left, char right) { return lowered(left) == lowered(right); };
+    return part.empty() ||
+           std::search(text.begin(), text.end(), part.begin(), part.end(), same) != text.end();
 }
 
 SV::String utf8Of(char32_t character) {
