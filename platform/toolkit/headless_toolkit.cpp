@@ -2,17 +2,29 @@
 
 #include <utility>
 
+#include "component/host/basic_services.h"
 #include "component/host/printer.h"
 #include "component/host/sv_boxes.h"
 #include "component/host/sv_dialog.h"
 
+#include "platform/toolkit/forms.h"
+
 namespace mero {
 
-std::unique_ptr<SV::Peer> HeadlessToolkit::makeWindowPeer(SV::Window&, SV::ResId, SV::FormState&) {
+std::unique_ptr<SV::Peer> HeadlessToolkit::makeWindowPeer(SV::Window&, SV::ResId formId,
+                                                          SV::FormState& initial) {
+    if (const Form* form = findForm(formId)) {
+        initial = form->state;
+    } else {
+        displayErrorMessage("toolkit", static_cast<int>(formId.value));
+    }
     return nullptr;
 }
 
-std::unique_ptr<SV::Peer> HeadlessToolkit::makeControlPeer(SV::Control&, SV::FormState&) {
+std::unique_ptr<SV::Peer> HeadlessToolkit::makeControlPeer(SV::Control& control, SV::FormState& initial) {
+    if (const FormControl* found = formControlOf(control)) {
+        initial = found->state;
+    }
     return nullptr;
 }
 
