@@ -22,8 +22,8 @@ inline void checkParameters(std::string_view process, const std::vector<mero::Im
     const auto report = mero::importBpmn({.bytes = process, .name = "process.bpmn"}, repository, parameters);
     requireReason(report);
     require(report.isGood() || repository.modelIds().empty(), "refused parameters leave nothing");
-    for (const mero::MeroId modelId : repository.modelIds()) {
-        for (const mero::MeroId id : repository.findModel(modelId)->objects) {
+    for (const MeroId modelId : repository.modelIds()) {
+        for (const MeroId id : repository.findModel(modelId)->objects) {
             const mero::Object& object = *repository.findObject(id);
             for (const char* attribute : {"Duration", "Arrival"}) {
                 const SV::String text = repository.textOf(object, attribute);

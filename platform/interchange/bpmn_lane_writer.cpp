@@ -1,5 +1,6 @@
 #include "platform/interchange/bpmn_lane_writer.h"
 
+#include <algorithm>
 #include <fmt/format.h>
 
 #include "platform/interchange/environment_model.h"
@@ -10,24 +11,44 @@ namespace mero {
 void BpmnLaneWriter::write(const BpmnScope& process) {
     for (std::size_t index = 0; index < process.lanes.size(); ++index) {
         const BpmnLane& lane = process.lanes[index];
-        writeLane(lane, lane.name.empty() ? fmt::format("Lane {}", index + 1) : lane.name);
+        writeLane(process, lane, lane.name.empty() ? fmt::format("Lane {}", index + 1) : lane.name);
     }
 }
 
-void BpmnLaneWriter::writeLane(const BpmnLane& lane, const std::string& name) {
+void BpmnLaneWriter::writeLane(const BpmnScope& process, const BpmnLane& lane, const std::string& name) {
     const MeroId environment = takeEnvironment(repository, report);
     if (!writer.isNameTaken(environment, name)) {
         (void)writer.addObject(environment, "Role", name);
     }
+    const std::string rule = "role " + kilnString(name);
     for (const std::string& member : lane.members) {
-        const auto object = nodes.find(identifiers.resolved(member));
-        if (object == nodes.end()) {
-            if (!identifiers.contains(identifiers.resolved(member))) {
-                notes.add(lane, fmt::format("names \"{}\", which isn't there", member));
-            }
-        } else if (writer.hasAttribute(object->second, "Performer")) {
-            writer.set(object->second, "Performer", SV::String("role " + kilnString(name)));
+        const std::string id = identifiers.resolved(member);
+        const auto node = std::find_if(process.nodes.begin(), process.nodes.end(),
+                                       [&id](const BpmnNode& candidate) { return candidate.id == id; });
+        if (node != process.nodes.end()) {
+            setPerformer(*node, rule);
+        } else if (nodes.contains(id)) {
+            setPerformer(nodes.at(id), rule);
+        } else if (!identifiers.contains(id)) {
+            notes.add(lane, fmt::format("names \"{}\", which isn't there", member));
         }
+    }
+}
+
+void BpmnLaneWriter::setPerformer(const BpmnNode& node, const std::string& rule) {
+    if (const auto object = nodes.find(node.id); object != nodes.end()) {
+        setPerformer(object->second, rule);
+    }
+    for (const BpmnScope& content : node.content) {
+        for (const BpmnNode& inner : content.nodes) {
+            setPerformer(inner, rule);
+        }
+    }
+}
+
+void BpmnLaneWriter::setPerformer(MeroId object, const std::string& rule) {
+    if (writer.hasAttribute(object, "Performer")) {
+        writer.set(object, "Performer", SV::String(rule));
     }
 }
 

@@ -22,7 +22,10 @@ public:
     void write(const BpmnScope& process);
 
 private:
-    void writeLane(const BpmnLane& lane, const std::string& name);
+    void writeLane(const BpmnScope& process, const BpmnLane& lane, const std::string& name);
+    /// Who performs a sub-process performs the activities inside of it, too.
+    void setPerformer(const BpmnNode& node, const std::string& rule);
+    void setPerformer(MeroId object, const std::string& rule);
 
     const BpmnIdentifiers& identifiers;
     const BpmnObjects& nodes;

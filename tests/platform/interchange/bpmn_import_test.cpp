@@ -119,8 +119,37 @@ TEST_F(BpmnImport, FlowsLanesAndBoundariesBecomeRelationsAndPerformers) {
 
     EXPECT_EQ(text(object("Shop", "Check"), "Performer"), R"(role "Front \"desk\"")");
     EXPECT_EQ(text(object("Shop", "Check (2)"), "Performer"), "role \"Lane 2\"");
+    EXPECT_EQ(text(object("Shop / Pack", "Wrap"), "Performer"), "role \"Lane 2\"") << "as the whole of it";
     EXPECT_EQ(className(object("Shop staff", "Front \"desk\"")), "Role");
     EXPECT_EQ(report.value().environment, repository.findModel("Shop staff")->id);
+}
+
+TEST_F(BpmnImport, TimersSayHowOftenAndHowLong) {
+    const auto report =
+        importBpmn({R"(<definitions xmlns="http://www.omg.org/spec/BPMN/20100524/MODEL" xmlns:t="urn:t">
+      <timerEventDefinition id="often"><timeCycle>R5/PT10M</timeCycle></timerEventDefinition>
+      <process id="p" name="Shop">
+        <startEvent id="s" name="Start"><eventDefinitionRef>t:often</eventDefinitionRef></startEvent>
+        <intermediateCatchEvent id="w" name="Wait"><timerEventDefinition><timeCycle>R1/P5D</timeCycle>
+          </timerEventDefinition></intermediateCatchEvent>
+        <intermediateCatchEvent id="x" name="Day"><timerEventDefinition><timeDate>2026-01-05</timeDate>
+          </timerEventDefinition></intermediateCatchEvent>
+        <startEvent id="y" name="Once"><timerEventDefinition><timeDuration>PT1H</timeDuration></timerEventDefinition>
+          </startEvent>
+        <task id="t" name="Call"><multiInstanceLoopCharacteristics><loopCardinality>${n}</loopCardinality>
+          </multiInstanceLoopCharacteristics></task>
+      </process></definitions>)",
+                    "shop.bpmn"},
+                   repository);
+    ASSERT_TRUE(report) << report.error().text;
+    EXPECT_EQ(text(object("Shop", "Start"), "Event kind"), "timer");
+    EXPECT_EQ(text(object("Shop", "Start"), "Arrival"), "fixed(600)");
+    EXPECT_EQ(text(object("Shop", "Wait"), "Duration"), "fixed(432000)");
+    EXPECT_EQ(text(object("Shop", "Day"), "Duration"), "");
+    EXPECT_EQ(done(report.value(), "\"Day\""), "the time \"2026-01-05\" isn't used");
+    EXPECT_EQ(done(report.value(), "\"Once\""), "the time \"PT1H\" isn't used");
+    EXPECT_EQ(text(object("Shop", "Call"), "Loop"), "parallel");
+    EXPECT_EQ(done(report.value(), "\"Call\""), "the number of passes \"${n}\" isn't used");
 }
 
 TEST_F(BpmnImport, WhatIsNotExecutedIsNamed) {
