@@ -50,12 +50,14 @@ void ProcessRunner::removePass(std::uint32_t index) {
     passes.giveBack(index);
 }
 
-void ProcessRunner::startActivity(std::uint32_t scope, std::uint32_t node) {
+void ProcessRunner::startActivity(std::uint32_t scope, std::uint32_t node, bool hasMessage) {
     const std::uint32_t token = makeToken(scope, node);
+    tokens[token].hasMessage = hasMessage;
     const ProcessNode& activity = modelOf(scope).nodes[node];
     const std::uint32_t atOnce = activity.loop == LoopKind::Parallel ? std::max(1U, activity.loopMaximum) : 1;
     const Handle handle = tokens.handle(token);
-    for (std::uint32_t pass = 0; pass < atOnce && tokens.holds(handle) && countStep(); ++pass) {
+    for (std::uint32_t pass = 0; pass < atOnce && tokens.holds(handle) && countStep(scopes[scope].instance);
+         ++pass) {
         startPass(token);
     }
 }
@@ -69,6 +71,9 @@ void ProcessRunner::startPass(std::uint32_t token) {
     pass.next = next;
     pass.calledScope = None;
     pass.state = PassState::Reached;
+    pass.absentHolders = 0;
+    pass.workPlan = 0;
+    pass.holders = {};
     if (next != None) {
         passes[next].previous = index;
     }
@@ -79,74 +84,77 @@ void ProcessRunner::startPass(std::uint32_t token) {
     const ProcessNode& activity = nodeOf(tokens[token]);
     if (activity.kind == NodeKind::Call) {
         if (isFirst) {
-            armBoundaries(token, 0.0);
+            armBoundaries(token, workforce == nullptr ? Arming::All : Arming::ByThemselves, 0.0);
         }
         startCall(index);
         return;
     }
     pass.key = numberedKey("p", ++lastPass);
     sendPass(EventObjectReached, index);
-    const double workTime = sampleWork(tokens[token].scope, tokens[token].node);
-    if (isFirst) {
-        armBoundaries(token, activity.waitingTime + workTime);
+    const std::uint32_t scope = tokens[token].scope;
+    if (workforce == nullptr) {
+        pass.workTime = sampleWork(scope, tokens[token].node);
     }
-    pass.workTime = workTime;
-    if (activity.waitingTime > 0.0) {
-        queue.push(now + activity.waitingTime, {Action::StartWork, passes.handle(index)});
+    if (isFirst) {
+        armBoundaries(token, workforce == nullptr ? Arming::All : Arming::ByThemselves,
+                      activity.waitingTime + pass.workTime);
+    }
+    const Plan ready{Action::BeReady, passes.handle(index)};
+    if (awaitsMessage(activity) && isFirst && !tokens[token].hasMessage) {
+        await(scope, tokens[token].node, ready);
+    } else if (activity.waitingTime > 0.0) {
+        queue.push(now + activity.waitingTime, ready);
     } else {
-        startWork(index);
+        beReady(index);
     }
 }
 
 void ProcessRunner::startCall(std::uint32_t pass) {
     const Token& token = tokens[passes[pass].token];
     const std::uint32_t calledModel = nodeOf(token).calledModel;
+    const std::uint32_t instance = scopes[token.scope].instance;
     if (scopes[token.scope].depth >= CallDepthLimit) {
-        giveUp(
-            fmt::format("an instance of model \"{}\" calls sub-processes more than {} levels deep, last "
-                        "model \"{}\"",
-                        modelOf(mainScope).name, CallDepthLimit, graph.models()[calledModel].name));
+        giveUp(instance,
+               fmt::format("an instance of model \"{}\" calls sub-processes more than {} levels deep, last "
+                           "model \"{}\"",
+                           graph.models()[instances[instance].model].name, CallDepthLimit,
+                           graph.models()[calledModel].name));
         return;
     }
     passes[pass].state = PassState::Calling;
-    const std::uint32_t scope = openScope(calledModel, pass);
+    const std::uint32_t scope = openScope(calledModel, pass, instance);
     passes[pass].calledScope = scope;
     sendCall(pass);
-    startScope(scope);
+    startScope(scope, None);
 }
 
-/// A timer, and any event with a duration, races against the activity. An event with a chance alone fires at
-/// some time during the first pass; on a call, whose time isn't known, when the called process has ended.
-void ProcessRunner::armBoundaries(std::uint32_t token, double passTime) {
+/// A timer, and any event with a duration, races against the activity; a message event waits for its message.
+/// An event with a chance alone fires at some time during the first pass; on a call, whose time isn't known,
+/// when the called process has ended.
+void ProcessRunner::armBoundaries(std::uint32_t token, Arming arming, double passTime) {
     const std::uint32_t scope = tokens[token].scope;
     const ProcessModel& model = modelOf(scope);
-    const ProcessNode& host = nodeOf(tokens[token]);
-    for (const std::uint32_t node : model.boundariesOf(host)) {
+    const bool isCall = nodeOf(tokens[token]).kind == NodeKind::Call;
+    for (const std::uint32_t node : model.boundariesOf(nodeOf(tokens[token]))) {
         const ProcessNode& boundary = model.nodes[node];
+        const Plan fire{Action::Boundary, tokens.handle(token), node};
         const bool timed = !boundary.work.isZero();
+        const bool waits = awaitsMessage(boundary);
+        if (arming != Arming::All && (timed || waits) != (arming == Arming::ByThemselves)) {
+            continue;
+        }
+        if (waits) {
+            ++tokens[token].armedBoundaries;
+            await(scope, node, fire);
+            continue;
+        }
         const bool armed = boundary.chance > 0.0 ? branches(scope, node).nextChance(boundary.chance) : timed;
-        if (!armed || (!timed && host.kind == NodeKind::Call)) {
+        if (!armed || (!timed && isCall)) {
             continue;
         }
         const double due = timed ? sampleWork(scope, node) : branches(scope, node).nextUnit() * passTime;
-        queue.push(now + due, {Action::Boundary, tokens.handle(token), node});
-    }
-}
-
-void ProcessRunner::startWork(std::uint32_t pass) {
-    passes[pass].state = PassState::Working;
-    sendPass(EventWorkStart, pass);
-    queue.push(now + passes[pass].workTime, {Action::EndWork, passes.handle(pass)});
-}
-
-void ProcessRunner::endWork(std::uint32_t pass) {
-    sendPass(EventWorkEnd, pass);
-    passes[pass].state = PassState::Resting;
-    const double afterwards = nodeOf(tokens[passes[pass].token]).timeAfterwards;
-    if (afterwards > 0.0) {
-        queue.push(now + afterwards, {Action::EndPass, passes.handle(pass)});
-    } else {
-        endPass(pass);
+        ++tokens[token].armedBoundaries;
+        queue.push(now + due, fire);
     }
 }
 
@@ -163,7 +171,7 @@ void ProcessRunner::endPass(std::uint32_t pass) {
                   (activity.loopMaximum == 0 || started < activity.loopMaximum) &&
                   branches(tokens[token].scope, tokens[token].node).nextChance(activity.loopProbability);
     if (again) {
-        if (countStep()) {
+        if (countStep(scopes[tokens[token].scope].instance)) {
             startPass(token);
         }
     } else if (tokens[token].openPasses == 0) {
@@ -177,6 +185,7 @@ void ProcessRunner::finishActivity(std::uint32_t token) {
     const ProcessModel& model = modelOf(scope);
     touch(scope);
     if (model.nodes[node].kind == NodeKind::Call) {
+        throwMessages(scope, model.nodes[node]);
         for (const std::uint32_t each : model.boundariesOf(model.nodes[node])) {
             const ProcessNode& boundary = model.nodes[each];
             if (boundary.work.isZero() && boundary.chance > 0.0 &&
@@ -197,6 +206,7 @@ void ProcessRunner::finishActivity(std::uint32_t token) {
 
 void ProcessRunner::fireBoundary(std::uint32_t token, std::uint32_t boundary) {
     const std::uint32_t scope = tokens[token].scope;
+    --tokens[token].armedBoundaries;
     if (modelOf(scope).nodes[boundary].interrupting) {
         breakOffToken(token);
     } else {
@@ -206,17 +216,31 @@ void ProcessRunner::fireBoundary(std::uint32_t token, std::uint32_t boundary) {
     leave(scope, boundary);
 }
 
+bool ProcessRunner::isValid(const Plan& plan) const {
+    switch (plan.action) {
+        case Action::LeaveEvent:
+        case Action::Boundary:
+        case Action::WinRace:
+            return tokens.holds(plan.target);
+        case Action::BeReady:
+        case Action::EndPass:
+            return passes.holds(plan.target);
+        case Action::EndWork:
+            return passes.holds(plan.target) && passes[plan.target.index].workPlan == plan.detail;
+    }
+    return false;
+}
+
 /// What has been given up in the meantime doesn't move the clock.
 void ProcessRunner::carryOut(double time, const Plan& plan) {
-    const bool ofToken = plan.action == Action::LeaveEvent || plan.action == Action::Boundary;
-    if (ofToken ? !tokens.holds(plan.target) : !passes.holds(plan.target)) {
+    if (!isValid(plan)) {
         return;
     }
     now = time;
     const std::uint32_t target = plan.target.index;
     switch (plan.action) {
-        case Action::StartWork:
-            startWork(target);
+        case Action::BeReady:
+            beReady(target);
             break;
         case Action::EndWork:
             endWork(target);
@@ -233,7 +257,10 @@ void ProcessRunner::carryOut(double time, const Plan& plan) {
             break;
         }
         case Action::Boundary:
-            fireBoundary(target, plan.boundary);
+            fireBoundary(target, plan.detail);
+            break;
+        case Action::WinRace:
+            winRace(target, plan.detail);
             break;
     }
 }

@@ -30,6 +30,9 @@ public:
         free.push_back(index);
     }
     Item& operator[](std::uint32_t index) { return items[index]; }
+    const Item& operator[](std::uint32_t index) const { return items[index]; }
+    /// Items in use and given back.
+    [[nodiscard]] std::uint32_t size() const { return static_cast<std::uint32_t>(items.size()); }
     [[nodiscard]] PoolHandle handle(std::uint32_t index) const { return {index, items[index].serial}; }
     [[nodiscard]] bool holds(PoolHandle handle) const { return items[handle.index].serial == handle.serial; }
 

@@ -64,6 +64,7 @@ public:
         while (waiting.size() > graph.compiled.size()) {
             compileModel(*waiting[graph.compiled.size()]);
         }
+        addMessages();
         if (failure) {
             return *failure;
         }
@@ -107,6 +108,9 @@ private:
         addRules(model);
         addStarts(model);
         addReaches(model);
+        for (const auto& [object, node] : nodeOfObject) {
+            placeOfObject[object] = {static_cast<std::uint32_t>(graph.compiled.size()), node};
+        }
         graph.nodes += static_cast<std::uint32_t>(model.nodes.size());
         graph.compiled.push_back(std::move(model));
     }
@@ -140,6 +144,7 @@ private:
         node.kind = NodeKind::Activity;
         node.work = readDuration(model, object, "Execution time");
         node.waitingTime = readTime(model, object, "Waiting time");
+        node.priority = static_cast<std::int32_t>(repository.numberOf(object, "Priority"));
         node.timeAfterwards =
             readTime(model, object, "Resting time") + readTime(model, object, "Transport time");
         readLoop(object, node);
@@ -256,6 +261,36 @@ private:
                 node.split = splitWithoutGateway(model, node);
             }
             shareProbabilities(model, node, object);
+        }
+    }
+
+    void addMessages() {
+        const MeroId messageFlow = relationClassId(library, "Message flow");
+        for (ProcessModel& model : graph.compiled) {
+            for (ProcessNode& node : model.nodes) {
+                node.firstMessage = static_cast<std::uint32_t>(graph.messages.size());
+                for (const MeroId id : repository.relationsFrom(node.objectId)) {
+                    const Relation& relation = *repository.findRelation(id);
+                    const auto target = placeOfObject.find(relation.to);
+                    if (relation.classId == messageFlow && target != placeOfObject.end()) {
+                        addMessage(target->second);
+                    }
+                }
+                node.messageCount = static_cast<std::uint32_t>(graph.messages.size()) - node.firstMessage;
+            }
+        }
+    }
+
+    /// Other tasks than receive tasks take notice of a message, but don't wait for it.
+    void addMessage(const MessageTarget& place) {
+        ProcessNode& target = graph.compiled[place.model].nodes[place.node];
+        const bool waits = target.kind == NodeKind::Intermediate || target.kind == NodeKind::Boundary ||
+                           library.isSubClassOf(receiveTask, target.classId);
+        const bool starts = target.kind == NodeKind::Start &&
+                            std::ranges::find(graph.mains, place.model) != graph.mains.end();
+        if (waits || starts) {
+            graph.messages.push_back(place);
+            target.awaitsMessage = true;
         }
     }
 
@@ -445,7 +480,9 @@ private:
     ProcessGraph graph;
     std::vector<const Model*> waiting;
     std::unordered_map<MeroId, std::uint32_t> indices;
-    std::unordered_map<MeroId, std::uint32_t> nodeOfObject;
+    std::unordered_map<MeroId, std::uint32_t> nodeOfObject;  ///< of the model that is being compiled
+    std::unordered_map<MeroId, MessageTarget> placeOfObject;
+    MeroId receiveTask = library.findClass(ClassCodeProcessLibrary, "Receive task")->id;
     std::optional<Error> failure;
 };
 

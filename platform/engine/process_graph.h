@@ -65,10 +65,20 @@ struct ProcessNode {
     std::uint32_t reach = None;        ///< of an inclusive join, in `ProcessModel::reach`
     std::uint32_t loopMaximum = 0;     ///< 0 for none
     double loopProbability = 0.0;
-    double chance = 0.0;          ///< of a boundary event to fire; weight of a start event
-    Duration work;                ///< of an activity; waiting of an intermediate event
-    double waitingTime = 0.0;     ///< between reaching an activity and starting work
-    double timeAfterwards = 0.0;  ///< resting and transport, before the process goes on
+    double chance = 0.0;             ///< of a boundary event to fire; weight of a start event
+    Duration work;                   ///< of an activity; waiting of an intermediate event
+    std::int32_t priority = 0;       ///< of an activity in a queue; the highest goes first
+    double waitingTime = 0.0;        ///< between reaching an activity and starting work
+    double timeAfterwards = 0.0;     ///< resting and transport, before the process goes on
+    std::uint32_t firstMessage = 0;  ///< outgoing message flows, in `ProcessGraph::messagesOf`
+    std::uint32_t messageCount = 0;
+    bool awaitsMessage = false;  ///< catches the messages of a flow from another object of the graph
+};
+
+/// Where a message flow leads to.
+struct MessageTarget {
+    std::uint32_t model = 0;
+    std::uint32_t node = 0;
 };
 
 struct ProcessModel {
@@ -114,6 +124,12 @@ public:
         return distributions[number];
     }
     [[nodiscard]] std::uint32_t nodeCount() const { return nodes; }
+    /// Message flows between objects of the graph that end at start events, other catching events and receive
+    /// tasks.
+    [[nodiscard]] std::span<const MessageTarget> messagesOf(const ProcessNode& node) const {
+        return std::span(messages).subspan(node.firstMessage, node.messageCount);
+    }
+    [[nodiscard]] bool hasMessages() const { return !messages.empty(); }
     /// One sentence each.
     [[nodiscard]] const std::vector<std::string>& problems() const { return oddities; }
 
@@ -123,6 +139,7 @@ private:
     std::vector<ProcessModel> compiled;
     std::vector<std::uint32_t> mains;
     std::vector<Distribution> distributions;
+    std::vector<MessageTarget> messages;
     std::vector<std::string> oddities;
     std::uint32_t nodes = 0;
 };

@@ -19,157 +19,143 @@ SV::String ProcessRunner::numberedKey(std::string_view prefix, std::uint64_t num
     return SV::String(std::string_view(text.data(), static_cast<std::size_t>(end - text.data())));
 }
 
-ProcessRunner::ProcessRunner(const ProcessGraph& processGraph, std::uint64_t seed,
-                             ControlComponent& controlComponent, Gate eventGate)
-    : graph(processGraph), control(controlComponent), gate(std::move(eventGate)) {
+ProcessRunner::ProcessRunner(const ProcessGraph& processGraph, std::uint64_t runSeed,
+                             ControlComponent& controlComponent, EventGate& eventGate)
+    : graph(processGraph), control(controlComponent), gate(eventGate) {
     branchStreams.reserve(graph.nodeCount());
     workStreams.reserve(graph.nodeCount());
     classSlots.reserve(graph.nodeCount());
     for (const ProcessModel& model : graph.models()) {
         for (const ProcessNode& node : model.nodes) {
-            branchStreams.emplace_back(seed, "branch/" + node.streamName);
-            workStreams.emplace_back(seed, "duration/" + node.streamName);
+            branchStreams.emplace_back(runSeed, "branch/" + node.streamName);
+            workStreams.emplace_back(runSeed, "duration/" + node.streamName);
             classSlots.push_back(control.slotOf(node.classId));
         }
     }
 }
 
-ProcessRunner::Outcome ProcessRunner::run(std::uint32_t mainModel) {
-    queue.clear();
-    arrivals.clear();
-    touchedScopes.clear();
-    steps = 0;
-    completed = false;
-    reason.clear();
-    mainScope = openScope(mainModel, None);
-    sendScopeEvent(EventProcessStart, mainScope, false);
-    startScope(mainScope);
+void ProcessRunner::contendFor(Workforce& force) {
+    workforce = &force;
+    if (graph.hasMessages()) {
+        messages = std::make_unique<MessageExchange<Plan>>();
+    }
+}
+
+void ProcessRunner::start(std::uint32_t mainModel, std::uint32_t startNode) {
+    startInstance(mainModel, startNode, messages != nullptr ? messages->newConversation() : 0);
+    settleAll();
+}
+
+void ProcessRunner::startInstance(std::uint32_t mainModel, std::uint32_t startNode,
+                                  std::uint64_t conversation) {
+    const std::uint32_t index = instances.take();
+    Instance& instance = instances[index];
+    instance.alive = true;
+    instance.mayBeStuck = false;
+    instance.model = mainModel;
+    instance.steps = 0;
+    instance.conversation = conversation;
+    instance.reason.clear();
+    const std::uint32_t scope = openScope(mainModel, None, index);
+    instances[index].rootScope = scope;
+    if (messages != nullptr) {
+        messages->join(conversation, mainModel);
+    }
+    sendScopeEvent(EventProcessStart, scope, false);
+    if (!stopped) {
+        instances[index].number = ++instanceCounts.started;
+    }
+    startScope(scope, startNode);
+}
+
+/// Its root scope holds nothing any more.
+void ProcessRunner::endInstance(std::uint32_t index) {
+    Instance& instance = instances[index];
+    if (messages != nullptr) {
+        messages->leave(instance.conversation, instance.model);
+    }
+    scopes.giveBack(instance.rootScope);
+    instance.alive = false;
+    instances.giveBack(index);
+}
+
+void ProcessRunner::step() {
+    const double time = queue.nextTime();
+    carryOut(time, queue.pop());
+    settleAll();
+}
+
+/// Tokens first; then who became free serves those who wait.
+void ProcessRunner::settleAll() {
     settle();
-    while (!completed && !stopped && reason.empty() && !queue.empty()) {
-        const double time = queue.nextTime();
-        carryOut(time, queue.pop());
+    dropStuck();
+    while (!messageStarts.empty() && !stopped) {
+        const MessageStart first = messageStarts.front();
+        messageStarts.erase(messageStarts.begin());
+        startInstance(first.target.model, first.target.node, first.conversation);
         settle();
+        dropStuck();
     }
-    const Outcome outcome = conclude(mainModel);
-    scopes.giveBack(mainScope);
-    return outcome;
+    if (workforce != nullptr) {
+        assignFreed();
+    }
 }
 
-ProcessRunner::Outcome ProcessRunner::conclude(std::uint32_t mainModel) {
-    if (stopped) {
-        return Outcome::Stopped;
-    }
-    if (completed) {
-        return Outcome::Finished;
-    }
-    if (reason.empty()) {
-        giveUp(fmt::format("an instance of model \"{}\" is stuck: a join waits for tokens that never come",
-                           graph.models()[mainModel].name));
-    }
-    breakOffContent(mainScope);
-    sendScopeEvent(EventInstanceDropped, mainScope, false);
-    return stopped ? Outcome::Stopped : Outcome::Dropped;
-}
-
-/// Ends what goes on inside the object; the token leaves it and stays live.
-void ProcessRunner::breakOffToken(std::uint32_t token) {
-    while (tokens[token].firstPass != None) {
-        const std::uint32_t pass = tokens[token].firstPass;
-        if (passes[pass].state == PassState::Working) {
-            sendPass(EventWorkSuspended, pass);
-        } else if (passes[pass].calledScope != None) {
-            breakOffScope(passes[pass].calledScope);
+void ProcessRunner::dropStuck() {
+    for (std::size_t index = 0; index < suspects.size(); ++index) {
+        const Handle suspect = suspects[index];
+        if (instances.holds(suspect) && isStuck(instances[suspect.index].rootScope)) {
+            giveUp(
+                suspect.index,
+                fmt::format("an instance of model \"{}\" is stuck: a join waits for tokens that never come",
+                            graph.models()[instances[suspect.index].model].name));
         }
-        removePass(pass);
     }
-    removeToken(token);
-}
-
-void ProcessRunner::breakOffContent(std::uint32_t index) {
-    while (scopes[index].firstToken != None) {
-        breakOffToken(scopes[index].firstToken);
+    suspects.clear();
+    for (std::size_t index = 0; index < doomed.size() && !stopped; ++index) {
+        const Handle handle = doomed[index];
+        const std::uint32_t root = instances[handle.index].rootScope;
+        breakOffContent(root);
+        sendScopeEvent(EventInstanceDropped, root, false);
+        if (!stopped) {
+            ++instanceCounts.dropped;
+            ++instanceCounts.dropReasons[instances[handle.index].reason];
+        }
+        endInstance(handle.index);
     }
-    Scope& scope = scopes[index];
-    std::fill(scope.slots.begin(), scope.slots.end(), 0U);
-    scope.waiting = 0;
-    scope.live = 0;
-    // Tokens on their way have the old serial and end.
-    ++scope.serial;
-    scope.touched = false;
-    touch(index);
+    doomed.clear();
 }
 
-void ProcessRunner::breakOffScope(std::uint32_t scope) {
-    breakOffContent(scope);
-    sendScopeEvent(EventSubInstanceDropped, scope, false);
-    scopes.giveBack(scope);
-}
-
-bool ProcessRunner::countStep() {
-    if (++steps > StepLimit) {
-        giveUp(fmt::format("an instance of model \"{}\" takes more than {} steps", modelOf(mainScope).name,
-                           StepLimit));
+/// True if nothing in the scope goes on by itself: all tokens wait in front of joins, or in calls of which
+/// that is true.
+bool ProcessRunner::isStuck(std::uint32_t scope) {
+    for (std::uint32_t token = scopes[scope].firstToken; token != None; token = tokens[token].next) {
+        if (tokens[token].armedBoundaries != 0 || tokens[token].firstPass == None) {
+            return false;
+        }
+        for (std::uint32_t pass = tokens[token].firstPass; pass != None; pass = passes[pass].next) {
+            if (passes[pass].state != PassState::Calling || !isStuck(passes[pass].calledScope)) {
+                return false;
+            }
+        }
     }
-    return reason.empty();
+    return true;
 }
 
-void ProcessRunner::giveUp(std::string why) {
-    if (reason.empty()) {
-        reason = std::move(why);
+bool ProcessRunner::countStep(std::uint32_t index) {
+    Instance& instance = instances[index];
+    if (instance.reason.empty() && ++instance.steps > StepLimit) {
+        giveUp(index, fmt::format("an instance of model \"{}\" takes more than {} steps",
+                                  graph.models()[instance.model].name, StepLimit));
     }
+    return instance.reason.empty();
 }
 
-SimEvent& ProcessRunner::prepare(MeroEventCode code) {
-    event.code = code;
-    event.mainModelId = modelOf(mainScope).id;
-    event.mainKey = &scopes[mainScope].key;
-    event.calledModelId = MeroNoId;
-    event.calledKey = &NoKey;
-    event.callingObjectId = MeroNoId;
-    event.objectId = MeroNoId;
-    event.passKey = &NoKey;
-    return event;
-}
-
-void ProcessRunner::sendScopeEvent(MeroEventCode code, std::uint32_t scope, bool withPassKey) {
-    SimEvent& scopeEvent = prepare(code);
-    scopeEvent.modelId = modelOf(scope).id;
-    scopeEvent.key = &scopes[scope].key;
-    if (withPassKey) {
-        scopeEvent.passKey = &scopes[scope].key;
+void ProcessRunner::giveUp(std::uint32_t index, std::string why) {
+    if (instances[index].reason.empty()) {
+        instances[index].reason = std::move(why);
+        doomed.push_back(instances.handle(index));
     }
-    emit(scopeEvent, ControlComponent::NoClassSlot);
-}
-
-void ProcessRunner::sendCall(std::uint32_t pass) {
-    const Token& token = tokens[passes[pass].token];
-    const std::uint32_t called = passes[pass].calledScope;
-    SimEvent& call = prepare(EventSubProcessStart);
-    call.modelId = modelOf(token.scope).id;
-    call.key = &scopes[token.scope].key;
-    call.calledModelId = modelOf(called).id;
-    call.calledKey = &scopes[called].key;
-    call.callingObjectId = nodeOf(token).objectId;
-    emit(call, ControlComponent::NoClassSlot);
-}
-
-void ProcessRunner::sendPass(MeroEventCode code, std::uint32_t pass) {
-    const Token& token = tokens[passes[pass].token];
-    SimEvent& passEvent = prepare(code);
-    passEvent.modelId = modelOf(token.scope).id;
-    passEvent.key = &scopes[token.scope].key;
-    passEvent.objectId = nodeOf(token).objectId;
-    passEvent.passKey = &passes[pass].key;
-    emit(passEvent, classSlots[numberOf(token.scope, token.node)]);
-}
-
-void ProcessRunner::emit(SimEvent& simEvent, ControlComponent::ClassSlot slot) {
-    if (stopped || !gate(now)) {
-        stopped = true;
-        return;
-    }
-    simEvent.time = wholeSeconds(now);
-    control.sendFiltered(simEvent, slot);
 }
 
 }  // namespace mero

@@ -4,25 +4,28 @@ namespace mero {
 
 // How tokens move: the part of `ProcessRunner` that knows gateways, joins and ends.
 
-std::uint32_t ProcessRunner::openScope(std::uint32_t model, std::uint32_t callingPass) {
+std::uint32_t ProcessRunner::openScope(std::uint32_t model, std::uint32_t callingPass,
+                                       std::uint32_t instance) {
     const std::uint32_t index = scopes.take();
     Scope& scope = scopes[index];
     scope.model = model;
+    scope.instance = instance;
     scope.callingPass = callingPass;
     scope.depth = callingPass == None ? 0 : scopes[tokens[passes[callingPass].token].scope].depth + 1;
     scope.firstToken = None;
     scope.live = 0;
     scope.waiting = 0;
-    scope.alive = true;
     scope.touched = false;
     scope.key = numberedKey({}, ++lastKey);
     scope.slots.assign(graph.models()[model].slotCount, 0);
     return index;
 }
 
-void ProcessRunner::startScope(std::uint32_t scope) {
+void ProcessRunner::startScope(std::uint32_t scope, std::uint32_t startNode) {
     const ProcessModel& model = modelOf(scope);
-    if (model.startsEverywhere) {
+    if (startNode != None) {
+        arriveAt(scope, startNode, None);
+    } else if (model.startsEverywhere) {
         for (const std::uint32_t node : model.startNodes) {
             arriveAt(scope, node, None);
         }
@@ -61,8 +64,8 @@ void ProcessRunner::arriveAt(std::uint32_t scope, std::uint32_t node, std::uint3
 
 /// Moves tokens until all of them are inside objects or wait at joins.
 void ProcessRunner::settle() {
-    while (reason.empty() && !stopped) {
-        for (std::size_t index = 0; index < arrivals.size() && reason.empty() && !stopped; ++index) {
+    while (!stopped) {
+        for (std::size_t index = 0; index < arrivals.size() && !stopped; ++index) {
             takeArrival(Arrival(arrivals[index]));
         }
         arrivals.clear();
@@ -70,7 +73,7 @@ void ProcessRunner::settle() {
             return;
         }
         const Handle handle = touchedScopes.back();
-        if (!scopes.holds(handle)) {
+        if (!scopes.holds(handle) || !instances[scopes[handle.index].instance].reason.empty()) {
             touchedScopes.pop_back();
             continue;
         }
@@ -80,6 +83,11 @@ void ProcessRunner::settle() {
         }
         scope.touched = false;
         touchedScopes.pop_back();
+        Instance& instance = instances[scope.instance];
+        instance.mayBeStuck |= scope.live == 0 && scope.waiting != 0;
+        if (instance.mayBeStuck) {
+            suspects.push_back(instances.handle(scope.instance));
+        }
         if (scope.live == 0 && scope.waiting == 0) {
             completeScope(handle.index);
         }
@@ -87,7 +95,7 @@ void ProcessRunner::settle() {
 }
 
 void ProcessRunner::takeArrival(const Arrival& arrival) {
-    if (!scopes.holds(arrival.scope) || !countStep()) {
+    if (!scopes.holds(arrival.scope) || !countStep(scopes[arrival.scope.index].instance)) {
         return;
     }
     const std::uint32_t scope = arrival.scope.index;
@@ -181,6 +189,7 @@ void ProcessRunner::enter(std::uint32_t scope, std::uint32_t node) {
     const ProcessNode& entered = modelOf(scope).nodes[node];
     switch (entered.kind) {
         case NodeKind::End:
+            throwMessages(scope, entered);
             if (entered.flowCount == 0 || entered.event != EventKind::Plain) {
                 endToken(scope, entered.event);
                 return;
@@ -191,6 +200,12 @@ void ProcessRunner::enter(std::uint32_t scope, std::uint32_t node) {
             startActivity(scope, node);
             return;
         case NodeKind::Intermediate:
+            throwMessages(scope, entered);
+            if (awaitsMessage(entered)) {
+                const std::uint32_t token = makeToken(scope, node);
+                await(scope, node, {Action::LeaveEvent, tokens.handle(token)});
+                return;
+            }
             if (!entered.work.isZero()) {
                 const std::uint32_t token = makeToken(scope, node);
                 queue.push(now + sampleWork(scope, node), {Action::LeaveEvent, tokens.handle(token)});
@@ -252,6 +267,9 @@ void ProcessRunner::leaveBySome(std::uint32_t scope, std::uint32_t node) {
 
 /// The target that is due first gets the token at once, and keeps it for the time that was drawn.
 void ProcessRunner::leaveByRace(std::uint32_t scope, std::uint32_t node) {
+    if (messages != nullptr && startsMessageRace(scope, node)) {
+        return;
+    }
     const ProcessModel& model = modelOf(scope);
     const ProcessFlow* winner = nullptr;
     double least = 0.0;
@@ -341,7 +359,10 @@ void ProcessRunner::completeScope(std::uint32_t scope) {
     const std::uint32_t pass = scopes[scope].callingPass;
     if (pass == None) {
         sendScopeEvent(EventProcessEnd, scope, false);
-        completed = true;
+        if (!stopped) {
+            ++instanceCounts.finished;
+            endInstance(scopes[scope].instance);
+        }
         return;
     }
     sendScopeEvent(EventSubProcessEnd, scope, true);
