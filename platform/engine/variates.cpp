@@ -30,7 +30,7 @@ double nextBinomial(RandomStream& random, double trials, double probability) {
             probability /= split;
         }
     }
-    for (; trials > 0.0; trials -= 1.0) {
+    for (int trial = static_cast<int>(trials); trial > 0; --trial) {
         successes += random.nextChance(probability) ? 1.0 : 0.0;
     }
     return successes;
@@ -49,8 +49,10 @@ double nextPoisson(RandomStream& random, double mean) {
         mean -= timeOfSome;
     }
     const double end = std::exp(-mean);
-    for (double product = random.nextPositiveUnit(); product > end; product *= random.nextPositiveUnit()) {
+    double product = random.nextPositiveUnit();
+    while (product > end) {
         arrivals += 1.0;
+        product *= random.nextPositiveUnit();
     }
     return arrivals;
 }

@@ -40,7 +40,7 @@ std::string choicesOf(const XmlElement& value, const DistributionText& text) {
 }
 
 std::string truncatedNormal(const XmlElement& value, const DistributionText& text) {
-    const std::string normal =
+    std::string normal =
         text.normal(requiredNumber(value, "mean"), requiredNumber(value, "standardDeviation"));
     if (!value.hasAttribute("min") && !value.hasAttribute("max")) {
         return normal;
@@ -141,7 +141,7 @@ std::string bpsimTime(const XmlElement& value, double secondsOfScenarioUnit) {
         return DistributionText(1.0).fixed(*seconds);
     }
     const std::string unit = value.attribute("timeUnit");
-    const std::string text = distributionOf(
+    std::string text = distributionOf(
         value, DistributionText(unit.empty() ? secondsOfScenarioUnit : bpsimUnit(value, unit)));
     if (const std::string fault = distributionFault(text); !fault.empty()) {
         value.refuse(fault);

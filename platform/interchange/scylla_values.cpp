@@ -86,7 +86,7 @@ std::string scyllaDistribution(const XmlElement& element) {
     if (children.size() != 1) {
         element.refuse(fmt::format("{}: one distribution is expected here", element.kind()));
     }
-    const std::string text = textOf(children.front(), DistributionText(scyllaUnit(element, "timeUnit")));
+    std::string text = textOf(children.front(), DistributionText(scyllaUnit(element, "timeUnit")));
     if (const std::string fault = distributionFault(text); !fault.empty()) {
         children.front().refuse(fault);
     }

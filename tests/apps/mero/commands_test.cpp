@@ -115,6 +115,18 @@ TEST_F(CommandsTest, ImportReportsModelsAndWhatIsNotExecuted) {
     EXPECT_NE(run.out.find("Working environment"), std::string::npos);
 }
 
+TEST_F(CommandsTest, ImportTakesSeveralFilesOfParametersAndTellsTheOptionsOfARun) {
+    const std::string data = sourceFile("tests/platform/interchange/data/scylla/");
+    const ProgramRun run =
+        runProgram({"import", database, data + "Kreditkarte_1.bpmn", "--parameters",
+                    data + "Kreditkarte_sim_1.xml", "--parameters", data + "Kreditkarte_global_1.xml"});
+    EXPECT_EQ(run.status, 0) << run.err;
+    EXPECT_NE(run.out.find("--instances 10 --start 2017-10-01T09:00:00"), std::string::npos) << run.out;
+    const ProgramRun simulated = runProgram({"simulate", database, "--models", "Kreditkarte_1", "--instances",
+                                             "10", "--start", "2017-10-01T09:00:00"});
+    EXPECT_EQ(simulated.status, 0) << simulated.err;
+}
+
 TEST_F(CommandsTest, TableShowsRunAgentAnalysisScaleAndExtremes) {
     const ProgramRun run = runProgram({"simulate", document, "--models", "Order", "--instances", "200",
                                        "--sum", "--extremes", "--ascii", "--timing"});

@@ -1,37 +1,18 @@
-#include "platform/interchange/bpmn_import.h"
-
-#include <gtest/gtest.h>
-
 #include "platform/interchange/repository_document.h"
-#include "tests/platform/interchange/test_files.h"
+#include "tests/platform/interchange/parameter_import.h"
 
 namespace mero {
 
 namespace {
 
-std::string dataFile(const std::string& name) {
-    return test::readFile(test::sourceFile("tests/platform/interchange/data/" + name));
-}
-
 Result<ImportReport> import(const std::string& name, Repository& repository) {
-    return importBpmn({dataFile(name), name}, repository);
+    return importBpmn({test::dataFile(name), name}, repository);
 }
 
-class BpmnImport : public testing::Test {
+class BpmnImport : public test::ParameterImport {
 protected:
-    [[nodiscard]] const Object& object(std::string_view model, std::string_view name) const {
-        const Model* found = repository.findModel(model);
-        const Object* result = found == nullptr ? nullptr : repository.findObject(found->id, MeroNoId, name);
-        if (result == nullptr) {
-            throw std::runtime_error("no object " + std::string(name));
-        }
-        return *result;
-    }
     [[nodiscard]] std::string className(const Object& of) const {
         return repository.library().findClass(of.classId)->name;
-    }
-    [[nodiscard]] std::string text(const Object& of, std::string_view attribute) const {
-        return repository.textOf(of, attribute).GetStr();
     }
     [[nodiscard]] std::string done(const ImportReport& report, std::string_view element) const {
         std::string all;
@@ -42,8 +23,6 @@ protected:
         }
         return all;
     }
-
-    Repository repository;
 };
 
 TEST_F(BpmnImport, EveryKindOfElementFindsItsClass) {
@@ -265,7 +244,7 @@ TEST_F(BpmnImport, BrokenFilesAreRefusedWithTheirPlaceAndLeaveNothing) {
 }
 
 TEST_F(BpmnImport, NoPrefixOfAFileCrashesOrLeavesAnything) {
-    const std::string whole = dataFile("many_kinds.bpmn");
+    const std::string whole = test::dataFile("many_kinds.bpmn");
     for (std::size_t length = 0; length < whole.size() - 20; length += 7) {
         EXPECT_FALSE(importBpmn({std::string_view(whole).substr(0, length), "cut.bpmn"}, repository));
     }

@@ -6,7 +6,7 @@
 
 #include "platform/interchange/bpmn_import.h"
 #include "platform/interchange/prosimos_distribution.h"
-#include "tests/platform/interchange/test_files.h"
+#include "tests/platform/interchange/parameter_import.h"
 
 namespace mero {
 
@@ -80,38 +80,26 @@ const std::string Parameters = R"({
                             {"from": "SUNDAY", "to": "SATURDAY", "beginTime": "01:00:00", "endTime": "24:00:00"}],
   "model_type": "CRISP", "batch_processing": []})";
 
-class ProsimosParameters : public testing::Test {
+class ProsimosParameters : public test::ParameterImport {
 protected:
     Result<ImportReport> import(const std::string& parameters) {
         return importBpmn({Process, "loan.bpmn"}, repository, {{parameters, "loan.json"}});
     }
-    [[nodiscard]] const Object& object(std::string_view model, std::string_view className,
-                                       std::string_view name) {
-        const Library& library = repository.library();
-        const MeroId libraryId = model == "Loan" ? ClassCodeProcessLibrary : ClassCodeEnvironmentLibrary;
-        return *repository.findObject(repository.findModel(model)->id,
-                                      library.findClass(libraryId, className)->id, name);
-    }
-    [[nodiscard]] std::string text(const Object& of, std::string_view attribute) const {
-        return repository.textOf(of, attribute).GetStr();
-    }
-
-    Repository repository;
 };
 
 TEST_F(ProsimosParameters, ReachTheElementsThatTheyName) {
     const auto report = import(Parameters);
     ASSERT_TRUE(report) << report.error().text;
-    const Object& check = object("Loan", "Task", "Check \"it\"");
+    const Object& check = object("Loan", "Check \"it\"");
     EXPECT_EQ(text(check, "Duration"), "mixture(fixed(60); normal(30,1))");
     EXPECT_EQ(text(check, "Performer"), R"(role "Check \"it\"")") << "clerks and bosses: a role of its own";
-    EXPECT_EQ(text(object("Loan", "Task", "Pay"), "Duration"), "fixed(5)");
-    EXPECT_EQ(text(object("Loan", "Task", "Pay"), "Performer"), "role \"Boss\"");
-    EXPECT_EQ(text(object("Loan", "Intermediate event", "Intermediate event 1"), "Duration"), "fixed(7)");
-    const Object& start = object("Loan", "Start event", "Start event 1");
+    EXPECT_EQ(text(object("Loan", "Pay"), "Duration"), "fixed(5)");
+    EXPECT_EQ(text(object("Loan", "Pay"), "Performer"), "role \"Boss\"");
+    EXPECT_EQ(text(object("Loan", "Intermediate event 1"), "Duration"), "fixed(7)");
+    const Object& start = object("Loan", "Start event 1");
     EXPECT_EQ(text(start, "Arrival"), "exponential(9)");
     EXPECT_EQ(text(start, "Arrival calendar"), "CALENDAR \"Arrivals\"\nDAILY hours:\"01:00-24:00\"");
-    const Object& gateway = object("Loan", "Exclusive gateway", "Exclusive gateway 1");
+    const Object& gateway = object("Loan", "Exclusive gateway 1");
     EXPECT_EQ(repository.numberOf(*repository.findRelation(repository.relationsFrom(gateway.id).front()),
                                   "Probability"),
               0.25);
@@ -125,12 +113,12 @@ TEST_F(ProsimosParameters, MakeWorkersWithRolesCalendarsAndWages) {
         "WEEKLY days:\"tue wed thu fri\" hours:\"09:00-12:00\"\nWEEKLY days:\"sat sun\" "
         "hours:\"23:00-24:00\"";
     for (const std::string name : {"Clerk 1", "Clerk 2", "Ann"}) {
-        const Object& worker = object("Loan staff", "Worker", name);
+        const Object& worker = object("Loan staff", name);
         EXPECT_EQ(text(worker, "Calendar"), calendar);
         EXPECT_EQ(repository.relationsFrom(worker.id).size(), 2U) << "the profile and the task";
     }
-    EXPECT_EQ(repository.numberOf(object("Loan staff", "Worker", "Clerk 2"), "Hourly wages"), 20.5);
-    EXPECT_EQ(text(object("Loan staff", "Worker", "Ann"), "Task durations"),
+    EXPECT_EQ(repository.numberOf(object("Loan staff", "Clerk 2"), "Hourly wages"), 20.5);
+    EXPECT_EQ(text(object("Loan staff", "Ann"), "Task durations"),
               R"x(DURATION task:"Check \"it\"" distribution:"normal(30,1)")x");
     EXPECT_EQ(report.value().environment, repository.findModel("Loan staff")->id);
 }
