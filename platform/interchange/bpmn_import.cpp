@@ -44,7 +44,7 @@ public:
           writer(target),
           notes(document, importReport),
           identifiers(readFile, notes),
-          nodeWriter(readFile, writer, notes),
+          nodeWriter(readFile, target, writer, notes),
           flowWriter(readFile, identifiers, writer, notes) {}
 
     void import() {
@@ -61,6 +61,8 @@ public:
         flowWriter.writeMessageFlows(objectOfNode);
         noteWhatIsLeft();
     }
+
+    void noteEvents() const { nodeWriter.noteEvents(); }
 
 private:
     struct PendingScope {
@@ -284,8 +286,10 @@ Result<ImportReport> importBpmn(const ImportFile& file, Repository& repository,
         } else {
             parameters = readParameterFiles(parameterFiles);
         }
-        BpmnImporter(read, document, repository, report).import();
+        BpmnImporter importer(read, document, repository, report);
+        importer.import();
         applyParameters(parameters, repository, report);
+        importer.noteEvents();
         return report;
     } catch (const DocumentRefused& refused) {
         takeBack(report, repository);

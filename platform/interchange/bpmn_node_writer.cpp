@@ -1,5 +1,6 @@
 #include "platform/interchange/bpmn_node_writer.h"
 
+#include <algorithm>
 #include <fmt/format.h>
 #include <optional>
 
@@ -41,6 +42,9 @@ void BpmnNodeWriter::describe(const BpmnNode& node, std::string_view className, 
         }
     }
     describeEvent(node, object);
+    if (node.kind.ends_with("Event") && !isExecutedEvent(node)) {
+        oddEvents.emplace_back(&node, object);
+    }
     noteOddities(node, className);
 }
 
@@ -65,10 +69,7 @@ void BpmnNodeWriter::describeTimer(const BpmnNode& node, MeroId object) {
 }
 
 void BpmnNodeWriter::noteOddities(const BpmnNode& node, std::string_view className) {
-    const bool isEvent = node.kind.ends_with("Event");
-    if (isEvent && !isExecutedEvent(node)) {
-        notes.add(node, fmt::format("{} ({} event)", NotExecuted, eventKindOf(node)));
-    } else if (node.kind == "complexGateway") {
+    if (node.kind == "complexGateway") {
         notes.add(node, "imported as an exclusive gateway");
     } else if (node.kind == "callActivity" && className == "Task") {
         notes.add(node, "imported as a task, what it calls isn't there");
@@ -80,6 +81,28 @@ void BpmnNodeWriter::noteOddities(const BpmnNode& node, std::string_view classNa
     if (node.forCompensation) {
         notes.add(node, fmt::format("{} (compensation)", NotExecuted));
     }
+}
+
+void BpmnNodeWriter::noteEvents() const {
+    for (const auto& [node, object] : oddEvents) {
+        if (eventKindOf(*node) == "message" && receivesMessages(object)) {
+            continue;
+        }
+        const Object& event = *repository.findObject(object);
+        const bool acts = !repository.textOf(event, "Duration").IsEmpty() ||
+                          repository.numberOf(event, "Probability") > 0.0;
+        notes.add(*node,
+                  acts ? fmt::format("acts by its time and chance, not as a {} event", eventKindOf(*node))
+                       : fmt::format("{} ({} event)", NotExecuted, eventKindOf(*node)));
+    }
+}
+
+bool BpmnNodeWriter::receivesMessages(MeroId object) const {
+    const auto relations = repository.relationsTo(object);
+    return std::any_of(relations.begin(), relations.end(), [this](MeroId relation) {
+        const MeroId classId = repository.findRelation(relation)->classId;
+        return repository.library().findRelationClass(classId)->name == "Message flow";
+    });
 }
 
 void BpmnNodeWriter::setText(MeroId object, std::string_view attribute, const std::string& value) {

@@ -37,6 +37,9 @@ public:
             applyNode(node);
         }
         staff.storeDurations();
+        for (const MeroId event : impossible) {
+            writer.set(event, "Duration", SV::String());
+        }
         for (const ArrivalParameters& arrival : parameters.arrivals) {
             applyArrival(arrival);
         }
@@ -93,6 +96,12 @@ private:
             return;
         }
         writer.set(node->second, "Probability", probability.value);
+        const bool attached =
+            repository.textOf(*repository.findObject(node->second), "BPMN element") == "boundaryEvent";
+        if (attached && probability.value == 0.0) {
+            impossible.push_back(node->second);
+            note(probability.place, fmt::format("\"{}\" never happens", nameOf(node->second)));
+        }
     }
 
     void applyNode(const NodeParameters& node) {
@@ -223,6 +232,8 @@ private:
     ObjectWriter writer;
     ImportReport& report;
     StaffWriter staff;
+    /// Boundary events with a chance of 0: they keep no time, since a time alone makes them happen for sure.
+    std::vector<MeroId> impossible;
     std::unordered_map<std::string, MeroId> nodes;
     std::unordered_map<std::string, MeroId> flows;
 };

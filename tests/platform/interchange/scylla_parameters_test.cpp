@@ -125,6 +125,10 @@ TEST_F(ScyllaParameters, WithoutTheGlobalConfigurationResourcesAreNamedOnly) {
     const auto report = importBpmn({process, "p1.bpmn"}, repository, {{simulation, "sim.xml"}});
     ASSERT_TRUE(report) << report.error().text;
     EXPECT_EQ(text(object("p1", "write thesis"), "Duration"), "discrete(600:20; 360:5; 720:1)");
+    EXPECT_EQ(text(object("p1", "error in"), "Duration"), "fixed(300)");
+    EXPECT_EQ(text(object("p1", "message in"), "Duration"), "")
+        << "its chance is 0, a time would let it happen";
+    EXPECT_TRUE(mentions(report.value(), "\"message in\" never happens"));
     EXPECT_EQ(report.value().environment, MeroNoId);
     EXPECT_TRUE(mentions(report.value(), "the global configuration isn't given"));
 }
