@@ -19,7 +19,7 @@ public:
     [[nodiscard]] double nextBorder(double time) const;
     /// `time`, or the beginning of the next shift; infinity if there is none.
     [[nodiscard]] double movedIntoWork(double time) const;
-    /// The time at which `seconds` of work have passed since `time`; infinity if there is none.
+    /// The working time at which `seconds` of work have passed since `time`; infinity if there is none.
     [[nodiscard]] double afterWork(double time, double seconds) const;
     [[nodiscard]] bool hasWork() const { return workOfCycle() > 0; }
     /// Share of the time that is working time, over the cycle in which the calendar repeats.

@@ -55,7 +55,7 @@ std::optional<Holders> Workforce::ask(std::uint32_t need, std::int32_t priority,
                                       PoolHandle& ticket) {
     // Behind a pass that waits for the same, nobody can be served.
     if (!isWaitedIn(need)) {
-        if (const auto holders = freeFor(need, {true, None})) {
+        if (const auto holders = freeFor(need)) {
             return hold(*holders, pass);
         }
     }
@@ -80,18 +80,17 @@ bool Workforce::isWaitedIn(std::uint32_t need) {
     return !queue.empty();
 }
 
-std::optional<Holders> Workforce::freeFor(std::uint32_t need, const Freed& candidate) const {
+std::optional<Holders> Workforce::freeFor(std::uint32_t need) const {
     const auto& [workerGroup, resourceGroup] = staff.needs()[need];
     Holders holders;
     if (workerGroup != None) {
-        holders.worker = candidate.isWorker && candidate.member != None ? candidate.member
-                                                                        : workerCrew.firstFree(workerGroup);
+        holders.worker = workerCrew.firstFree(workerGroup);
         if (holders.worker == None) {
             return std::nullopt;
         }
     }
     if (resourceGroup != None) {
-        holders.resource = !candidate.isWorker ? candidate.member : resourceCrew.firstFree(resourceGroup);
+        holders.resource = resourceCrew.firstFree(resourceGroup);
         if (holders.resource == None) {
             return std::nullopt;
         }
@@ -124,34 +123,34 @@ void Workforce::release(const Holders& holders) {
     }
 }
 
+std::uint32_t Workforce::needServedBy(const Freed& candidate) {
+    std::uint32_t chosen = None;
+    if (!(candidate.isWorker ? workerCrew : resourceCrew).isFree(candidate.member)) {
+        return chosen;
+    }
+    for (const std::uint32_t need :
+         (candidate.isWorker ? needsOfWorker : needsOfResource)[candidate.member]) {
+        if (isWaitedIn(need) && freeFor(need) &&
+            (chosen == None || queues[need].front().goesBefore(queues[chosen].front()))) {
+            chosen = need;
+        }
+    }
+    return chosen;
+}
+
+/// Who has been free for longer may serve the pass in place of the freed one, whose turn then goes on.
 std::optional<Workforce::Grant> Workforce::nextGrant() {
     for (; listed < freed.size(); ++listed) {
-        const Freed candidate = freed[listed];
-        (candidate.isWorker ? workerCrew : resourceCrew).list(candidate.member);
+        (freed[listed].isWorker ? workerCrew : resourceCrew).list(freed[listed].member);
     }
-    while (served < freed.size()) {
-        const Freed candidate = freed[served++];
-        std::uint32_t chosen = None;
-        std::optional<Holders> holders;
-        if ((candidate.isWorker ? workerCrew : resourceCrew).isFree(candidate.member)) {
-            for (const std::uint32_t need :
-                 (candidate.isWorker ? needsOfWorker : needsOfResource)[candidate.member]) {
-                if (!isWaitedIn(need) ||
-                    (chosen != None && !queues[need].front().goesBefore(queues[chosen].front()))) {
-                    continue;
-                }
-                if (const auto found = freeFor(need, candidate)) {
-                    chosen = need;
-                    holders = found;
-                }
-            }
-        }
-        if (chosen != None) {
-            const PoolHandle ticket = queues[chosen].front().ticket;
+    for (; served < freed.size(); ++served) {
+        const std::uint32_t need = needServedBy(freed[served]);
+        if (need != None) {
+            const PoolHandle ticket = queues[need].front().ticket;
             const PoolHandle pass = tickets[ticket.index].pass;
-            queues[chosen].pop();
+            queues[need].pop();
             giveUp(ticket.index);
-            return Grant{pass, hold(*holders, pass)};
+            return Grant{pass, hold(*freeFor(need), pass)};
         }
     }
     freed.clear();

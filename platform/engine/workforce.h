@@ -72,8 +72,10 @@ private:
                      std::vector<PoolHandle>& returned);
     void giveUp(std::uint32_t ticket);
     [[nodiscard]] bool isWaitedIn(std::uint32_t need);
-    /// Who would serve the need, with the freed one in the role that is his; nothing if either is missing.
-    [[nodiscard]] std::optional<Holders> freeFor(std::uint32_t need, const Freed& freed) const;
+    /// Who would serve the need; nothing if worker or resource is missing.
+    [[nodiscard]] std::optional<Holders> freeFor(std::uint32_t need) const;
+    /// The need with the foremost pass that the freed one's turn can serve; `None` if there is none.
+    [[nodiscard]] std::uint32_t needServedBy(const Freed& candidate);
     Holders hold(const Holders& holders, PoolHandle pass);
 
     const StaffPlan& staff;

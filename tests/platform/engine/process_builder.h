@@ -47,6 +47,8 @@ public:
         }
     }
     void attach(MeroId boundary, MeroId host) { relate("Attached to", boundary, host); }
+    /// `to` may be in another model.
+    void message(MeroId from, MeroId to) { relate("Message flow", from, to); }
 
 private:
     MeroId relate(std::string_view relationClass, MeroId from, MeroId to) {
