@@ -81,6 +81,8 @@ public:
     /// First row at or behind `from`, and round the end, with a field that holds `text`, upper or lower case
     /// of ASCII letters; -1 for none. All rows are searched.
     [[nodiscard]] int findText(const SV::String& text, int from) const;
+    /// Expands what the row, which has to be there, is below, and brings it into sight.
+    void showRow(int row);
     /// Asks for a text and shows the next row that holds it, in the browser; false if cancelled or not found.
     bool search(SV::Window* parent);
     /// Asks for a path and writes all rows; the ending says the format, else it is text. False if cancelled
@@ -117,8 +119,5 @@ public:
 
 private:
     friend class MeroBrowser;
-    /// Expands what the row is below, and brings it into sight.
-    void showRow(int row);
-
     std::unique_ptr<Impl> impl;
 };

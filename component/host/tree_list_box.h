@@ -114,8 +114,8 @@ class MeroSearchTreeListBox : public MeroPopupTreeListBox {
 public:
     using MeroPopupTreeListBox::MeroPopupTreeListBox;
 
-    /// First entry behind `from`, in the order of the tree and round its end, whose text holds `part`; upper
-    /// and lower case of ASCII letters are the same.
+    /// First entry behind `from`, in the order of the tree and round its end, whose text begins with `part`,
+    /// or else one that holds it; upper and lower case of ASCII letters are the same.
     [[nodiscard]] MeroId FindEntry(const SV::String& part, MeroId from = MeroNoTreeEntry) const;
     /// Adds the character to what is searched; gives true if an entry was found, which is then selected as
     /// by the user. A blank or a character that finds nothing begins anew.

@@ -347,8 +347,13 @@ MeroId MeroSearchTreeListBox::FindEntry(const SV::String& part, MeroId from) con
     if (start != order.end()) {
         std::rotate(order.begin(), std::next(start), order.end());
     }
-    const auto place = std::ranges::find_if(
-        order, [&](MeroId each) { return mero::holdsText(GetEntryText(each).view(), part.view()); });
+    const auto holds = [&](MeroId each, std::size_t length) {
+        return mero::holdsText(GetEntryText(each).view().substr(0, length), part.view());
+    };
+    auto place = std::ranges::find_if(order, [&](MeroId each) { return holds(each, part.Len()); });
+    if (place == order.end()) {
+        place = std::ranges::find_if(order, [&](MeroId each) { return holds(each, SV::String::NotFound); });
+    }
     return place != order.end() ? *place : MeroNoTreeEntry;
 }
 

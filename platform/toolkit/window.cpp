@@ -198,6 +198,7 @@ void Control::bind() {
     std::unique_ptr<Peer> made = Toolkit::GetGlobal().makeControlPeer(*this, initial);
     pullState(initial);
     setPeer(std::move(made));
+    tell(Aspect::Text);
 }
 
 void Control::run(const Handler& handler) {

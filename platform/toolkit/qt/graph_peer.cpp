@@ -1,0 +1,197 @@
+#include <QEvent>
+#include <QTimer>
+#include <QToolTip>
+#include <QVBoxLayout>
+#include <cmath>
+
+#include "component/host/function_graph.h"
+
+#include "platform/toolkit/qt/control_peer.h"
+#include "platform/toolkit/qt/curve_plottable.h"
+#include "platform/toolkit/qt/palette.h"
+#include "platform/toolkit/qt/text_conversion.h"
+
+namespace mero::qt {
+
+namespace {
+
+/// Ticks with the texts that the graph gives for values.
+class LabelTicker : public QCPAxisTicker {
+public:
+    explicit LabelTicker(std::function<SV::String(double)> labeling) : labelOf(std::move(labeling)) {}
+
+protected:
+    QString getTickLabel(double tick, const QLocale&, QChar, int) override {
+        // What is next to nothing beside the distance of ticks is 0.
+        constexpr double NextToNothing = 1e-9;
+        return plain(labelOf(std::abs(tick) < NextToNothing ? 0.0 : tick));
+    }
+
+private:
+    std::function<SV::String(double)> labelOf;
+};
+
+/// The range that a value axis shows for data: from 0 if that isn't far, and growing in steps, so that a
+/// curve that grows doesn't make it jump at each point.
+QCPRange steppedRange(const QCPRange& data) {
+    const double size = data.size() > 0 ? data.size() : std::max(std::abs(data.upper), 1.0);
+    const double step = std::pow(10.0, std::floor(std::log10(size))) / 2;
+    const bool touchesZero = data.lower >= 0 && data.lower < data.upper / 2;
+    QCPRange range(touchesZero ? 0 : std::floor(data.lower / step) * step,
+                   std::ceil(data.upper / step) * step);
+    if (range.size() <= 0) {
+        range = {range.lower - step, range.upper + step};
+    }
+    return range;
+}
+
+class GraphPeer : public ControlPeer {
+public:
+    GraphPeer(MeroFunctionGraph& shownGraph, QWidget* place)
+        : ControlPeer(shownGraph, place), graph(shownGraph) {
+        auto made = std::make_unique<QCustomPlot>(place);
+        plot = made.get();
+        auto layout = std::make_unique<QVBoxLayout>();
+        layout->setContentsMargins({});
+        layout->addWidget(made.release());
+        place->setLayout(layout.release());
+        plot->setInteractions(QCP::iRangeDrag | QCP::iRangeZoom);
+        plot->setNoAntialiasingOnDrag(true);
+        curve = std::make_unique<CurvePlottable>(plot->xAxis, plot->yAxis).release();
+        plot->xAxis->setTicker(
+            QSharedPointer<LabelTicker>::create([this](double x) { return graph.GetXLabel(x); }));
+        plot->yAxis->setTicker(
+            QSharedPointer<LabelTicker>::create([this](double y) { return graph.GetYLabel(y); }));
+        plot->xAxis->ticker()->setTickCount(6);
+        plot->installEventFilter(this);
+        connect(plot, &QCustomPlot::mouseMove, this, [this](const QMouseEvent* event) { tellPoint(*event); });
+        connect(plot, &QCustomPlot::mouseDoubleClick, this, [this] {
+            fit();
+            plot->replot();
+        });
+        timer.setSingleShot(true);
+        connect(&timer, &QTimer::timeout, this, [this] { redraw(); });
+        applyColors();
+    }
+
+    ~GraphPeer() override {
+        if (widget != nullptr) {
+            plot->removeEventFilter(this);
+            curve->setCurve(nullptr);
+        }
+    }
+
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (watched == plot && event->type() == QEvent::PaletteChange) {
+            applyColors();
+            plot->replot(QCustomPlot::rpQueuedReplot);
+        }
+        return ControlPeer::eventFilter(watched, event);
+    }
+
+protected:
+    void update(const SV::Change& change) override {
+        switch (change.aspect) {
+            case SV::Aspect::Curves:
+            case SV::Aspect::Selection:
+                // Curves may have moved in memory.
+                isNewCurve = true;
+                redrawSoon();
+                break;
+            case SV::Aspect::Points:
+                redrawSoon();
+                break;
+            case SV::Aspect::Drawing:
+                timer.stop();
+                redraw();
+                break;
+            default:
+                break;
+        }
+    }
+
+private:
+    /// At most 30 times a second, and never more than a third of the time.
+    void redrawSoon() {
+        constexpr int ShortestInterval = 33;
+        constexpr int PausesOfARedraw = 3;
+        if (!timer.isActive()) {
+            timer.start(std::max(ShortestInterval, PausesOfARedraw * static_cast<int>(plot->replotTime())));
+        }
+    }
+
+    void redraw() {
+        const MeroFunctionGraph::Curve* shown = graph.FindCurve(graph.GetShownGraph());
+        if (isNewCurve || shown != curve->getCurve()) {
+            isNewCurve = false;
+            curve->setCurve(shown);
+            if (shown != nullptr) {
+                const int position = static_cast<int>(shown - graph.GetCurves().data());
+                QPen pen(categoryColor(position), shown->points.size() > 10000 ? 1.0 : 1.75);
+                pen.setStyle(isDashedCategory(position) ? Qt::DashLine : Qt::SolidLine);
+                curve->setPen(pen);
+            }
+            fit();
+        }
+        curve->measure();
+        if (curve->hasPoints() && !(plot->xAxis->range().contains(curve->getXExtent().upper) &&
+                                    plot->yAxis->range().contains(curve->getYExtent().upper) &&
+                                    plot->yAxis->range().contains(curve->getYExtent().lower))) {
+            fit();
+        }
+        plot->xAxis->setLabel(plain(graph.GetXTitle()));
+        plot->yAxis->setLabel(plain(graph.GetYTitle()));
+        plot->replot();
+    }
+
+    void fit() {
+        if (curve->hasPoints()) {
+            plot->xAxis->setRange(steppedRange(curve->getXExtent()));
+            plot->yAxis->setRange(steppedRange(curve->getYExtent()));
+        }
+    }
+
+    void tellPoint(const QMouseEvent& event) {
+        const MeroGraphPoint* point = curve->pointNear(event.position());
+        if (point == nullptr || curve->getCurve() == nullptr) {
+            QToolTip::hideText();
+            return;
+        }
+        QToolTip::showText(event.globalPosition().toPoint(), plain(curve->getCurve()->name) + "\n" +
+                                                                 plain(graph.GetXLabel(point->x)) + "\n" +
+                                                                 plain(graph.GetYLabel(point->y)));
+    }
+
+    void applyColors() {
+        const QPalette palette = widget->palette();
+        const QColor text = palette.color(QPalette::WindowText);
+        QColor faint = text;
+        faint.setAlphaF(0.15F);
+        plot->setBackground(palette.brush(QPalette::Base));
+        for (QCPAxis* axis : {plot->xAxis, plot->yAxis}) {
+            axis->setBasePen(QPen(text));
+            axis->setTickPen(QPen(text));
+            axis->setSubTickPen(QPen(faint));
+            axis->setTickLabelColor(text);
+            axis->setLabelColor(text);
+            axis->setTickLabelFont(widget->font());
+            axis->setLabelFont(widget->font());
+            axis->grid()->setPen(QPen(faint));
+            axis->grid()->setZeroLinePen(QPen(faint));
+        }
+    }
+
+    MeroFunctionGraph& graph;
+    QCustomPlot* plot;
+    CurvePlottable* curve;  ///< owned by the plot
+    QTimer timer;
+    bool isNewCurve = false;
+};
+
+}  // namespace
+
+std::unique_ptr<SV::Peer> makeGraphPeer(SV::Control& control, QWidget* widget) {
+    return std::make_unique<GraphPeer>(static_cast<MeroFunctionGraph&>(control), widget);
+}
+
+}  // namespace mero::qt

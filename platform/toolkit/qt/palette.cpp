@@ -1,0 +1,83 @@
+#include "platform/toolkit/qt/palette.h"
+
+#include <QApplication>
+#include <QPalette>
+#include <QStyleFactory>
+#include <algorithm>
+#include <array>
+
+namespace mero::qt {
+
+namespace {
+
+constexpr std::array<QRgb, 8> Categories{0xFF0072B2, 0xFFE69F00, 0xFF009E73, 0xFFCC79A7,
+                                         0xFF56B4E9, 0xFFD55E00, 0xFFF0E442, 0xFF7F7F7F};
+
+QColor between(const QColor& from, const QColor& to, double share) {
+    const auto mix = [share](int left, int right) {
+        return static_cast<int>(left + (right - left) * share + 0.5);
+    };
+    return {mix(from.red(), to.red()), mix(from.green(), to.green()), mix(from.blue(), to.blue())};
+}
+
+QPalette darkPalette() {
+    const QColor window(0x1E, 0x22, 0x28);
+    const QColor base(0x16, 0x1A, 0x1F);
+    const QColor text(0xE6, 0xE9, 0xED);
+    const QColor faint(0x7F, 0x87, 0x91);
+    QPalette palette(QColor(0x2A, 0x30, 0x38), window);
+    palette.setColor(QPalette::Base, base);
+    palette.setColor(QPalette::AlternateBase, QColor(0x1B, 0x20, 0x26));
+    palette.setColor(QPalette::ToolTipBase, QColor(0x2A, 0x30, 0x38));
+    palette.setColor(QPalette::Highlight, QColor(0x2F, 0x6F, 0xA8));
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    palette.setColor(QPalette::Link, QColor(0x56, 0xB4, 0xE9));
+    for (const auto role :
+         {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText}) {
+        palette.setColor(role, text);
+        palette.setColor(QPalette::Disabled, role, faint);
+    }
+    palette.setColor(QPalette::PlaceholderText, faint);
+    return palette;
+}
+
+QPalette lightPalette() {
+    QPalette palette(QColor(0xF2, 0xF3, 0xF5));
+    palette.setColor(QPalette::Base, Qt::white);
+    palette.setColor(QPalette::AlternateBase, QColor(0xF5, 0xF8, 0xFB));
+    palette.setColor(QPalette::Highlight, QColor(0x00, 0x62, 0x9B));
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    palette.setColor(QPalette::PlaceholderText, QColor(0x70, 0x76, 0x7D));
+    return palette;
+}
+
+}  // namespace
+
+QColor categoryColor(int index) {
+    return Categories.at(static_cast<std::size_t>(std::max(index, 0)) % Categories.size());
+}
+
+bool isDashedCategory(int index) {
+    return static_cast<std::size_t>(std::max(index, 0)) / Categories.size() % 2 == 1;
+}
+
+bool isDark() {
+    return QApplication::palette().color(QPalette::Window).lightnessF() < 0.5F;
+}
+
+QColor magnitudeColor(double share) {
+    share = std::clamp(share, 0.0, 1.0);
+    if (isDark()) {
+        return between(QColor(0x1B, 0x2A, 0x41), QColor(0xC6, 0xE2, 0xFF), share);
+    }
+    const QColor middle(0x6B, 0xAE, 0xD6);
+    return share < 0.5 ? between(QColor(0xF7, 0xFB, 0xFF), middle, share * 2)
+                       : between(middle, QColor(0x08, 0x30, 0x6B), share * 2 - 1);
+}
+
+void applyLook(QApplication& application, bool dark) {
+    QApplication::setStyle(QStyleFactory::create("Fusion"));
+    application.setPalette(dark ? darkPalette() : lightPalette());
+}
+
+}  // namespace mero::qt
