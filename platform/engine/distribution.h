@@ -17,10 +17,11 @@ namespace mero {
 ///     beta(a,b,min,max)  poisson(mean[,unit])  binomial(probability,trials[,unit])
 ///     discrete(value:weight; value:weight; …)  mixture(d; d; …)
 ///
-/// each, if wanted, followed by ` in [min,max]`: values outside are drawn again, and brought to the nearer
-/// end if that doesn't help. The parts of a mixture have equal weights. Mean and variance of `lognormal` are
-/// those of its values, not of their logarithms. The counts of `poisson` and `binomial` are multiplied by the
-/// unit, 1 second unless given. Numbers have a decimal point in every locale.
+/// each, if wanted, followed by ` in [min,max]`, where the upper end may be `inf`: values outside are drawn
+/// again, and brought to the nearer end if that doesn't help. The parts of a mixture have equal weights. Mean
+/// and variance of `lognormal` are those of its values, not of their logarithms. The counts of `poisson` and
+/// `binomial` are multiplied by the unit, 1 second unless given. Numbers have a decimal point in every
+/// locale.
 class Distribution {
 public:
     /// Always `seconds`.

@@ -3,6 +3,7 @@
 #include <charconv>
 #include <cmath>
 #include <fmt/format.h>
+#include <limits>
 
 #include "platform/engine/distribution.h"
 
@@ -137,7 +138,7 @@ private:
             return false;
         }
         const std::size_t begin = place;
-        if (!readNumber(limits.least) || !expect(',') || !readNumber(limits.most) || !expect(']')) {
+        if (!readNumber(limits.least) || !expect(',') || !readUpperLimit(limits.most) || !expect(']')) {
             return false;
         }
         if (limits.most < limits.least) {
@@ -206,6 +207,16 @@ private:
             return refuse(begin, "a number");
         }
         place += static_cast<std::size_t>(end - first);
+        return true;
+    }
+
+    bool readUpperLimit(double& number) {
+        skipBlanks();
+        if (!text.substr(place).starts_with("inf")) {
+            return readNumber(number);
+        }
+        place += 3;
+        number = std::numeric_limits<double>::infinity();
         return true;
     }
 

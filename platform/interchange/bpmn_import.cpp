@@ -57,7 +57,7 @@ public:
                 fmt::format("{}: there is no process with flow nodes in this file", notes.sourceName()));
         }
         connectCalls();
-        importLanes();
+        importPerformers();
         flowWriter.writeMessageFlows(objectOfNode);
         noteWhatIsLeft();
     }
@@ -200,10 +200,13 @@ private:
         }
     }
 
-    void importLanes() {
+    void importPerformers() {
         BpmnLaneWriter lanes(identifiers, objectOfNode, repository, notes, report);
         for (const BpmnScope* process : lanesToImport) {
             lanes.write(*process);
+        }
+        for (const BpmnScope& process : file.processes) {
+            lanes.writePerformers(process, file);
         }
     }
 

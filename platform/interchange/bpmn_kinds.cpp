@@ -121,7 +121,12 @@ bool isExecutedEvent(const BpmnNode& node) {
 }
 
 bool isDescription(std::string_view kind) {
-    return holds(DescribingElements, kind);
+    return holds(DescribingElements, kind) || isResourceRole(kind);
+}
+
+bool isResourceRole(std::string_view kind) {
+    return kind == "performer" || kind == "humanPerformer" || kind == "potentialOwner" ||
+           kind == "resourceRole";
 }
 
 bool isDefinition(std::string_view kind) {

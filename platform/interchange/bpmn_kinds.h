@@ -19,6 +19,9 @@ bool isExecutedEvent(const BpmnNode& node);
 /// True for elements inside of others that describe them and need no word in a report.
 bool isDescription(std::string_view kind);
 
+/// True for elements that name who carries out an activity.
+bool isResourceRole(std::string_view kind);
+
 /// True for elements below the root that others refer to and that do nothing by themselves.
 bool isDefinition(std::string_view kind);
 

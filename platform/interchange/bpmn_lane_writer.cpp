@@ -15,11 +15,41 @@ void BpmnLaneWriter::write(const BpmnScope& process) {
     }
 }
 
-void BpmnLaneWriter::writeLane(const BpmnScope& process, const BpmnLane& lane, const std::string& name) {
+void BpmnLaneWriter::writePerformers(const BpmnScope& scope, const BpmnFile& file) {
+    for (const BpmnNode& node : scope.nodes) {
+        writePerformer(node, file);
+        for (const BpmnScope& content : node.content) {
+            writePerformers(content, file);
+        }
+    }
+}
+
+void BpmnLaneWriter::writePerformer(const BpmnNode& node, const BpmnFile& file) {
+    std::string name = node.performer;
+    const std::string reference = identifiers.resolved(node.performerResource);
+    for (const BpmnElement& resource : file.resources) {
+        if (!reference.empty() && resource.id == reference) {
+            name = resource.name.empty() ? resource.id : resource.name;
+        }
+    }
+    const bool isExpression = name.find_first_of("{}()$#") != std::string::npos;
+    if (isExpression || (name.empty() && !reference.empty())) {
+        notes.add(node, fmt::format("the performer \"{}\" isn't used", isExpression ? name : reference));
+    } else if (!name.empty()) {
+        makeRole(name);
+        setPerformer(node, "role " + kilnString(name));
+    }
+}
+
+void BpmnLaneWriter::makeRole(const std::string& name) {
     const MeroId environment = takeEnvironment(repository, report);
     if (!writer.isNameTaken(environment, name)) {
         (void)writer.addObject(environment, "Role", name);
     }
+}
+
+void BpmnLaneWriter::writeLane(const BpmnScope& process, const BpmnLane& lane, const std::string& name) {
+    makeRole(name);
     const std::string rule = "role " + kilnString(name);
     for (const std::string& member : lane.members) {
         const std::string id = identifiers.resolved(member);

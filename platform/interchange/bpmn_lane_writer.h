@@ -7,7 +7,8 @@
 
 namespace mero {
 
-/// Makes the lanes of a process roles, which perform the activities in them.
+/// Makes roles of the lanes of a process, which perform the activities in them, and of the performers that
+/// activities name.
 class BpmnLaneWriter {
 public:
     BpmnLaneWriter(const BpmnIdentifiers& knownIdentifiers, const BpmnObjects& knownNodes, Repository& target,
@@ -20,9 +21,13 @@ public:
           report(importReport) {}
 
     void write(const BpmnScope& process);
+    /// To be called after the lanes, since a performer says more than a lane.
+    void writePerformers(const BpmnScope& scope, const BpmnFile& file);
 
 private:
     void writeLane(const BpmnScope& process, const BpmnLane& lane, const std::string& name);
+    void writePerformer(const BpmnNode& node, const BpmnFile& file);
+    void makeRole(const std::string& name);
     /// Who performs a sub-process performs the activities inside of it, too.
     void setPerformer(const BpmnNode& node, const std::string& rule);
     void setPerformer(MeroId object, const std::string& rule);

@@ -26,7 +26,9 @@ struct BpmnNode : BpmnElement {
     bool interrupting = true;
     std::string loop = "none";
     int loopMaximum = 0;
-    std::string loopText;  ///< what `loopMaximum` was read of
+    std::string loopText;           ///< what `loopMaximum` was read of
+    std::string performer;          ///< expression of a resource role
+    std::string performerResource;  ///< reference of a resource role
     std::string calledElement;
     std::string defaultFlow;
     bool triggeredByEvent = false;

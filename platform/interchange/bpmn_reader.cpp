@@ -194,7 +194,21 @@ private:
         return node;
     }
 
+    static void readPerformer(const XmlElement& part, BpmnNode& node) {
+        part.forEachBelow([&node](const XmlElement& element) {
+            if (element.kind() == "resourceRef") {
+                node.performerResource = element.text();
+            } else if (element.kind() == "formalExpression" || element.kind() == "expression") {
+                node.performer = element.text();
+            }
+        });
+    }
+
     void readNodePart(const XmlElement& part, std::string_view kind, BpmnNode& node) const {
+        if (isResourceRole(kind)) {
+            readPerformer(part, node);
+            return;
+        }
         if (!eventWordOf(kind).empty()) {
             readEventDefinition(part, node);
         } else if (kind == "eventDefinitionRef") {

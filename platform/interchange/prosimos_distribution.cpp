@@ -96,8 +96,10 @@ private:
             parameters.refuse("a parameter is below 0");
         }
         const bool constant = values[1] == 0.0 || (values[0] == 0.0 && word != "normal");
+        const bool unlimited = values.size() < 4 && word == "normal";
         return constant ? fixed(values[0])
-                        : fmt::format("{}({},{}){}", word, values[0], values[1], limits(2));
+                        : fmt::format("{}({},{}){}", word, values[0], values[1],
+                                      unlimited ? " in [0,inf]" : limits(2));
     }
 
     const DocumentNode& name;

@@ -125,6 +125,7 @@ INSTANTIATE_TEST_SUITE_P(
                     RefusedCase{"discrete(1:-1)", "column 12: the weight is negative"},
                     RefusedCase{"discrete(1:0; 2:0)", "column 10: all weights are 0"},
                     RefusedCase{"mixture()", "column 9: expected the name of a distribution"},
+                    RefusedCase{"fixed(1) in [inf,2]", "column 14: expected a number"},
                     RefusedCase{"fixed(1) in [3,2]", "column 14: the upper limit lies below the lower one"},
                     RefusedCase{"fixed(1) and more", "column 10: expected the end of the distribution"}));
 

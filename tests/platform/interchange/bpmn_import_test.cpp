@@ -123,6 +123,27 @@ TEST_F(BpmnImport, EventsThatGetATimeOrAMessageAreExecuted) {
     EXPECT_EQ(done(report.value(), "Rule"), "acts by its time and chance, not as a conditional event");
 }
 
+TEST_F(BpmnImport, PerformersOfActivitiesAreRoles) {
+    const auto report = importBpmn({R"(<definitions xmlns="http://www.omg.org/spec/BPMN/20100524/MODEL">
+      <resource id="r" name="Clerk"/>
+      <process id="p" name="Shop"><laneSet><lane id="l" name="Desk"><flowNodeRef>a</flowNodeRef>
+          <flowNodeRef>b</flowNodeRef></lane></laneSet>
+        <task id="a" name="Ask"><performer><resourceRef>r</resourceRef></performer></task>
+        <task id="b" name="Bill"/>
+        <userTask id="c" name="Call"><potentialOwner><resourceAssignmentExpression><formalExpression>insured
+          </formalExpression></resourceAssignmentExpression></potentialOwner></userTask>
+        <task id="d" name="Do"><humanPerformer><resourceAssignmentExpression><formalExpression>#{actor}
+          </formalExpression></resourceAssignmentExpression></humanPerformer></task></process></definitions>)",
+                                    "shop.bpmn"},
+                                   repository);
+    ASSERT_TRUE(report) << report.error().text;
+    EXPECT_EQ(text(object("Shop", "Ask"), "Performer"), "role \"Clerk\"") << "more than the lane says";
+    EXPECT_EQ(text(object("Shop", "Bill"), "Performer"), "role \"Desk\"");
+    EXPECT_EQ(text(object("Shop", "Call"), "Performer"), "role \"insured\"");
+    EXPECT_EQ(className(object("Shop staff", "insured")), "Role");
+    EXPECT_EQ(done(report.value(), "\"Do\""), "the performer \"#{actor}\" isn't used");
+}
+
 TEST_F(BpmnImport, TimersSayHowOftenAndHowLong) {
     const auto report =
         importBpmn({R"(<definitions xmlns="http://www.omg.org/spec/BPMN/20100524/MODEL" xmlns:t="urn:t">

@@ -26,6 +26,7 @@ TEST(ProsimosDistribution, KeepsTheMeaningOfItsParameters) {
     EXPECT_EQ(distribution("expon", "[5, 5, 5]"), "fixed(5)");
     EXPECT_EQ(distribution("norm", "[-1, 2, 0, 90]"), "normal(-1,2) in [0,90]");
     EXPECT_EQ(distribution("norm", "[60, 0, 0, 90]"), "fixed(60)");
+    EXPECT_EQ(distribution("norm", "[60, 20, -5, 90]"), "normal(60,20) in [0,90]") << "no time is below 0";
     EXPECT_EQ(distribution("lognorm", "[3, 4, 1, 9]"), "lognormal(3,4) in [1,9]");
     EXPECT_EQ(distribution("gamma", "[3, 4]"), "gamma(3,4)");
     EXPECT_EQ(distribution("triang", "[5, 1, 9]"), "triangular(1,5,9)");
@@ -78,7 +79,9 @@ const std::string Parameters = R"({
   "arrival_time_distribution": {"distribution_name": "expon", "distribution_params": [{"value": 9}]},
   "arrival_time_calendar": [{"from": "MONDAY", "to": "SUNDAY", "beginTime": "00:00:00", "endTime": "00:00:00"},
                             {"from": "SUNDAY", "to": "SATURDAY", "beginTime": "01:00:00", "endTime": "24:00:00"}],
-  "model_type": "CRISP", "batch_processing": []})";
+  "model_type": "CRISP", "batch_processing": [{"task_id": "a", "type": "Sequential"}],
+  "case_attributes": [{"name": "amount", "type": "continuous"}], "global_attributes": [],
+  "prioritisation_rules": [{"priority_level": 1, "rules": []}]})";
 
 class ProsimosParameters : public test::ParameterImport {
 protected:
@@ -91,7 +94,7 @@ TEST_F(ProsimosParameters, ReachTheElementsThatTheyName) {
     const auto report = import(Parameters);
     ASSERT_TRUE(report) << report.error().text;
     const Object& check = object("Loan", "Check \"it\"");
-    EXPECT_EQ(text(check, "Duration"), "mixture(fixed(60); normal(30,1))");
+    EXPECT_EQ(text(check, "Duration"), "mixture(fixed(60); normal(30,1) in [0,inf])");
     EXPECT_EQ(text(check, "Performer"), R"(role "Check \"it\"")") << "clerks and bosses: a role of its own";
     EXPECT_EQ(text(object("Loan", "Pay"), "Duration"), "fixed(5)");
     EXPECT_EQ(text(object("Loan", "Pay"), "Performer"), "role \"Boss\"");
@@ -119,7 +122,7 @@ TEST_F(ProsimosParameters, MakeWorkersWithRolesCalendarsAndWages) {
     }
     EXPECT_EQ(repository.numberOf(object("Loan staff", "Clerk 2"), "Hourly wages"), 20.5);
     EXPECT_EQ(text(object("Loan staff", "Ann"), "Task durations"),
-              R"x(DURATION task:"Check \"it\"" distribution:"normal(30,1)")x");
+              R"x(DURATION task:"Check \"it\"" distribution:"normal(30,1) in [0,inf]")x");
     EXPECT_EQ(report.value().environment, repository.findModel("Loan staff")->id);
 }
 
@@ -130,14 +133,19 @@ TEST_F(ProsimosParameters, NoteWhatIsNotUsed) {
     for (const ImportNote& note : report.value().notes) {
         notes.push_back(noteText(note));
     }
-    EXPECT_EQ(notes,
-              (std::vector<std::string>{
-                  "loan.json: \"model_type\": parameters: isn't used",
-                  "loan.json: gateway_branching_probabilities[0].probabilities[1]: parameters: "
-                  "there is no sequence flow \"g\"",
-                  "loan.json: task_resource_distribution[2]: parameters: there is no element \"unknown\"",
-                  "loan.json: arrival_time_distribution: parameters: given to \"Start event 1\", the first "
-                  "of 2 start events"}));
+    EXPECT_EQ(
+        notes,
+        (std::vector<std::string>{
+            "loan.json: \"model_type\": parameters: isn't used",
+            "loan.json: batch_processing[0]: parameters: the batches of task \"a\" aren't formed: each case "
+            "is worked on by itself",
+            "loan.json: case_attributes[0]: parameters: the attribute \"amount\" isn't used",
+            "loan.json: prioritisation_rules[0]: parameters: not used: all cases have the same priority",
+            "loan.json: gateway_branching_probabilities[0].probabilities[1]: parameters: "
+            "there is no sequence flow \"g\"",
+            "loan.json: task_resource_distribution[2]: parameters: there is no element \"unknown\"",
+            "loan.json: arrival_time_distribution: parameters: given to \"Start event 1\", the first "
+            "of 2 start events"}));
 }
 
 TEST_F(ProsimosParameters, BrokenDocumentsAreRefusedAndTakeTheModelsAlong) {
@@ -147,7 +155,7 @@ TEST_F(ProsimosParameters, BrokenDocumentsAreRefusedAndTakeTheModelsAlong) {
         std::string place;
     };
     const std::vector<Change> table{
-        {"\"batch_processing\": []}", "", "loan.json:"},
+        {"\"rules\": []}]}", "", "loan.json:"},
         {"\"c1\", \"assigned", "\"c9\", \"assigned",
          "loan.json: resource_profiles[0].resource_list[0].calendar: "},
         {"\"MONDAY\", \"to\": \"FRIDAY\"", "\"MONDAY\", \"to\": \"Friday\"",
