@@ -84,7 +84,7 @@ CLI::App* ReplayCommand::describe(CLI::App& program) {
         "replay",
         "Example:\n  mero replay shop.mero --events run.csv --models Order --analysis path\n\n"
         "Plays a recorded run to the agents and shows what they measure.");
-    options.describe(*command, RunOptions::Analyses::All);
+    options.describe(*command);
     command
         ->add_option("--events", eventsFile,
                      "The recorded run: an event trace (CSV) or an event log (.xes, .xes.gz)")

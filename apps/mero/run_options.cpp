@@ -94,20 +94,14 @@ Result<MeroId> takeModel(Repository& repository, const std::string& name, MeroId
 
 }  // namespace
 
-void RunOptions::describe(CLI::App& command, Analyses offered) {
+void RunOptions::describe(CLI::App& command) {
     command.add_option("REPO", repositoryFile, "Repository: a .mero file or a repository document")
         ->required();
-    auto* const analysisOption =
-        command.add_option("--analysis", analysis, "What the run answers: path (times and frequencies)");
-    if (offered == Analyses::All) {
-        analysisOption->description(
-            "Analysis that was recorded: path, capacity (volume and capacity), static, nonstatic (work "
-            "load)");
-        analysisOption->transform(CLI::CheckedTransformer(analysisWords()).description(""));
-    } else {
-        analysisOption->transform(
-            CLI::CheckedTransformer(std::map<std::string, int>{{"path", AnalysisPath}}).description(""));
-    }
+    auto* const analysisOption = command.add_option(
+        "--analysis", analysis,
+        "What the run answers: path (times and frequencies), capacity (volume and capacity), "
+        "static, nonstatic (work load)");
+    analysisOption->transform(CLI::CheckedTransformer(analysisWords()).description(""));
     analysisOption->default_str("path")->type_name("WORD");
     command
         .add_option("--models", models,

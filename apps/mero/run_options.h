@@ -22,9 +22,7 @@ enum class ResultFormat { Table, Csv, Json };
 
 /// Options that all runs share: what is run, how results are scaled and shown.
 struct RunOptions {
-    enum class Analyses { PathAlone, All };
-
-    void describe(CLI::App& command, Analyses offered);
+    void describe(CLI::App& command);
     /// What the options can't tell one by one.
     [[nodiscard]] Result<void> check() const;
 

@@ -43,6 +43,18 @@ void tellMissingEnds(const Repository& repository, const std::vector<MeroId>& mo
     }
 }
 
+/// The time text has been checked.
+std::int64_t secondsOf(const std::string& timeText, const RunOptions& options) {
+    MeroCoreTime time(0.0, options.daysPerYear, options.hoursPerDay);
+    return static_cast<std::int64_t>(time._s2d(SV::String(timeText)));
+}
+
+std::int64_t secondsOfYear(const SV::DateTime& start) {
+    const std::int64_t time = start.GetTime().GetTime();  // HHMMSShh
+    const std::int64_t hours = (start.GetDate().GetDayOfYear() - 1) * std::int64_t{24} + time / 1'000'000;
+    return (hours * 60 + time / 10'000 % 100) * 60 + time / 100 % 100;
+}
+
 }  // namespace
 
 CLI::App* SimulateCommand::describe(CLI::App& program) {
@@ -50,11 +62,16 @@ CLI::App* SimulateCommand::describe(CLI::App& program) {
         "simulate",
         "Example:\n  mero simulate shop.mero --models Order --instances 1000 --seed 7\n\n"
         "Simulates processes and shows what their agents measure. The same seed gives the same run.");
-    options.describe(*command, RunOptions::Analyses::PathAlone);
+    options.describe(*command);
     command->add_option("--instances", instances, "Process instances of each main model")
         ->check(CLI::Range(std::uint64_t{1}, std::uint64_t{1'000'000'000'000}).description(""))
         ->type_name("N");
     command->add_option("--until", until, "End of the run at the latest, YY:DDD:HH:MM:SS behind its start")
+        ->type_name("TIME");
+    command
+        ->add_option(
+            "--warm-up", warmUp,
+            "The results begin with this time of a static work load, YY:DDD:HH:MM:SS behind its start")
         ->type_name("TIME");
     command->add_option("--seed", seed, "Begin of the random numbers")->capture_default_str()->type_name("N");
     return command;
@@ -66,6 +83,9 @@ Result<void> SimulateCommand::checkUsage() const {
     }
     if (!until.empty() && !MeroCoreTime::isTime(SV::String(until))) {
         return Error{"--until: \"" + until + "\" isn't a time YY:DDD:HH:MM:SS"};
+    }
+    if (!warmUp.empty() && !MeroCoreTime::isTime(SV::String(warmUp))) {
+        return Error{"--warm-up: \"" + warmUp + "\" isn't a time YY:DDD:HH:MM:SS"};
     }
     return options.check();
 }
@@ -90,8 +110,13 @@ Result<void> SimulateCommand::run(Console& console) {
     settings.seed = seed;
     settings.timeBase = {options.daysPerYear, options.hoursPerDay};
     if (!until.empty()) {
-        MeroCoreTime time(0.0, options.daysPerYear, options.hoursPerDay);
-        settings.until = static_cast<std::int64_t>(time._s2d(SV::String(until)));
+        settings.until = secondsOf(until, options);
+    }
+    if (!warmUp.empty()) {
+        settings.warmUp = secondsOf(warmUp, options);
+    }
+    if (plan.value().start) {
+        settings.startOffset = secondsOfYear(*plan.value().start);
     }
     const Result<Simulation> simulation = Simulation::prepare(repository, settings);
     if (!simulation) {

@@ -18,6 +18,7 @@ private:
     RunOptions options;
     std::uint64_t instances = 0;
     std::string until;
+    std::string warmUp;
     std::uint64_t seed = 1;
 };
 
