@@ -5,5 +5,6 @@
 namespace mero {
 
 extern const MessageCatalogue EnglishMessages;
+extern const MessageCatalogue GermanMessages;
 
 }  // namespace mero

@@ -10,7 +10,7 @@ namespace mero {
 namespace {
 
 std::span<const MessageCatalogue> allCatalogues() {
-    static const std::array catalogues{EnglishMessages};
+    static const std::array catalogues{EnglishMessages, GermanMessages};
     return catalogues;
 }
 

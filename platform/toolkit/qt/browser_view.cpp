@@ -105,8 +105,7 @@ QTableView* BrowserView::makeView(QAbstractItemModel& model, bool isLabel, bool 
     view->horizontalHeader()->setVisible(!isSummary);
     view->horizontalHeader()->setHighlightSections(false);
     view->horizontalHeader()->setSectionsClickable(true);
-    // Labels have a bar too, if an empty one, so that they are as high as the values.
-    view->setHorizontalScrollBarPolicy(isSummary ? Qt::ScrollBarAlwaysOff : Qt::ScrollBarAlwaysOn);
+    view->setHorizontalScrollBarPolicy(isLabel || isSummary ? Qt::ScrollBarAlwaysOff : Qt::ScrollBarAsNeeded);
     view->setVerticalScrollBarPolicy(isLabel || isSummary ? Qt::ScrollBarAlwaysOff : Qt::ScrollBarAsNeeded);
     if (isLabel) {
         view->setItemDelegate(std::make_unique<LabelDelegate>(view.get()).release());
@@ -123,6 +122,10 @@ QTableView* BrowserView::makeView(QAbstractItemModel& model, bool isLabel, bool 
 void BrowserView::scrollTogether() {
     follow(labels->verticalScrollBar(), values->verticalScrollBar());
     follow(values->horizontalScrollBar(), summaryValues->horizontalScrollBar());
+    // The labels get an empty bar beside that of the values, so that both show the same rows.
+    connect(values->horizontalScrollBar(), &QScrollBar::rangeChanged, this, [this](int, int maximum) {
+        labels->setHorizontalScrollBarPolicy(maximum > 0 ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff);
+    });
     connect(values->horizontalHeader(), &QHeaderView::sectionResized, this,
             [this](int section, int, int width) { summaryValues->setColumnWidth(section, width); });
     connect(labels->horizontalHeader(), &QHeaderView::sectionResized, this, [this](int section, int, int) {

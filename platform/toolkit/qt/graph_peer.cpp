@@ -2,8 +2,11 @@
 #include <QTimer>
 #include <QToolTip>
 #include <QVBoxLayout>
+#include <algorithm>
+#include <array>
 #include <cmath>
 
+#include "component/host/core_time.h"
 #include "component/host/function_graph.h"
 
 #include "platform/toolkit/qt/control_peer.h"
@@ -21,6 +24,17 @@ public:
     explicit LabelTicker(std::function<SV::String(double)> labeling) : labelOf(std::move(labeling)) {}
 
 protected:
+    /// Times have ticks at whole minutes, hours and days.
+    double getTickStep(const QCPRange& range) override {
+        static constexpr std::array RoundTimes{1.0,     2.0,     5.0,     10.0,    15.0,     30.0,    60.0,
+                                               120.0,   300.0,   600.0,   900.0,   1800.0,   3600.0,  7200.0,
+                                               10800.0, 21600.0, 43200.0, 86400.0, 172800.0, 604800.0};
+        const double wanted = range.size() / (tickCount() + 1e-10);
+        const auto step = std::ranges::lower_bound(RoundTimes, wanted);
+        const bool isTime = MeroCoreTime::isTime(labelOf(range.upper));
+        return isTime && step != RoundTimes.end() ? *step : QCPAxisTicker::getTickStep(range);
+    }
+
     QString getTickLabel(double tick, const QLocale&, QChar, int) override {
         // What is next to nothing beside the distance of ticks is 0.
         constexpr double NextToNothing = 1e-9;

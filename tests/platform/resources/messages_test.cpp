@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 #include <iterator>
 #include <regex>
+#include <set>
 #include <string>
 
 namespace {
@@ -73,6 +74,38 @@ TEST(MessagesTest, OnlyKnownPlaceholdersStandInTexts) {
             EXPECT_FALSE(message.text.empty());
             EXPECT_FALSE(std::regex_search(std::string(message.text), placeholder)) << message.text;
             EXPECT_LE(std::ranges::count(message.text, '~'), 1) << message.text;
+        }
+    }
+}
+
+TEST(MessagesTest, EveryLanguageHasTheSameIdentifiersAndPlaceholders) {
+    const std::regex placeholder("%(s[0-9]?|[adth])");
+    const auto placeholdersOf = [&](std::string_view view) {
+        const std::string text(view);
+        std::multiset<std::string> found;
+        for (std::sregex_iterator each(text.begin(), text.end(), placeholder), end; each != end; ++each) {
+            found.insert(each->str());
+        }
+        return found;
+    };
+    const mero::MessageCatalogue& english = mero::availableCatalogues().front();
+    EXPECT_GE(mero::availableCatalogues().size(), 2U);
+    for (const auto& catalogue : mero::availableCatalogues()) {
+        EXPECT_EQ(catalogue.messages.size(), english.messages.size()) << catalogue.language;
+        for (const auto& [id, text] : english.messages) {
+            const mero::Message* message = findIn(catalogue, id);
+            ASSERT_NE(message, nullptr) << std::hex << id << " in " << catalogue.language;
+            EXPECT_EQ(placeholdersOf(message->text), placeholdersOf(text)) << message->text;
+            EXPECT_EQ(message->text.ends_with(' '), text.ends_with(' ')) << message->text;
+        }
+    }
+}
+
+TEST(MessagesTest, TextsThatAreDataAreTheSameInEveryLanguage) {
+    // The calendar of a new agent, the signs of operators, and the enumeration of the process library.
+    for (const std::uint32_t id : {0x20051A6U, 0x200501AU, 0x200501EU, 0x2000802U, 0x2000803U, 0x2000804U}) {
+        for (const auto& catalogue : mero::availableCatalogues()) {
+            EXPECT_EQ(findIn(catalogue, id)->text, findIn(mero::availableCatalogues().front(), id)->text);
         }
     }
 }
