@@ -40,6 +40,7 @@ public:
                 break;
             case EventProcessStart:
                 cases.try_emplace(std::string(event.mainKey->view()), Case{event.time});
+                firstArrival = firstArrival < 0 ? event.time : firstArrival;
                 break;
             case EventObjectReached:
                 passes[key].reached = event.time;
@@ -59,6 +60,7 @@ public:
                 worked[nameOf(event.executiveId)] +=
                     static_cast<double>(event.time - passes[key].workedSince);
                 if (event.code == EventWorkEnd) {
+                    lastWorkEnd = event.time;
                     cases[std::string(event.mainKey->view())].end = event.time;
                     spans[nameOf(event.objectId)].add(static_cast<double>(event.time - passes[key].started));
                     passes.erase(key);
@@ -88,6 +90,8 @@ public:
     Mean allWaitings;
     Mean lengths;      ///< of finished instances
     Mean workLengths;  ///< from reaching the first object to the end of the last work
+    std::int64_t firstArrival = -1;
+    std::int64_t lastWorkEnd = 0;
     double runStart = 0.0;
     double runEnd = 0.0;
 
