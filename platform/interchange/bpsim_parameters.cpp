@@ -52,7 +52,9 @@ public:
         : scenario(readScenario), parameters(target), staff(document, calendars, target) {
         document.root().forEachBelow([this](const XmlElement& element) {
             if (element.hasAttribute("id") && !isBpsimNamespace(element.space())) {
-                kinds.emplace(element.attribute("id"), element.kind());
+                const std::string id = element.attribute("id");
+                const std::string name = element.attribute("name");
+                elements.emplace(id, Named{std::string(element.kind()), name.empty() ? id : name});
             }
         });
     }
@@ -122,8 +124,8 @@ private:
 
     void readElement(const XmlElement& element) {
         const std::string id = element.attribute("elementRef");
-        const auto kind = kinds.find(id);
-        if (kind == kinds.end()) {
+        const auto named = elements.find(id);
+        if (named == elements.end()) {
             note(element, fmt::format("there is no element \"{}\"", id));
             return;
         }
@@ -133,7 +135,7 @@ private:
                 continue;
             }
             for (const XmlElement& part : group.children()) {
-                readOrNote(part, parameters, [&] { readParameter(id, kind->second, group, part); });
+                readOrNote(part, parameters, [&] { readParameter(id, named->second.kind, group, part); });
             }
         }
     }
@@ -152,7 +154,7 @@ private:
                           : group.kind() == "PriorityParameters" ? readPriority(id, part, values)
                                                                  : false;
         if (!used) {
-            note(part, fmt::format("of \"{}\" isn't used", id));
+            note(part, fmt::format("of \"{}\" isn't used", elements.at(id).name));
         }
     }
 
@@ -191,7 +193,7 @@ private:
         }
         const double mean = bpsimMean(distribution, *value);
         if (!distribution.starts_with("fixed")) {
-            note(part, fmt::format("of \"{}\" is always its mean", id));
+            note(part, fmt::format("of \"{}\" is always its mean", elements.at(id).name));
         }
         (part.kind() == "WaitTime" ? node.waitingSeconds : node.transportSeconds) = mean;
         return true;
@@ -326,6 +328,10 @@ private:
         }
     }
 
+    struct Named {
+        std::string kind;
+        std::string name;  ///< the identifier where there is none
+    };
     struct UnitCost {
         std::string id;
         XmlElement part;
@@ -336,7 +342,7 @@ private:
     SimulationParameters& parameters;
     BpsimStaff::Calendars calendars;
     BpsimStaff staff;
-    std::map<std::string, std::string> kinds;  ///< of the elements with an identifier
+    std::map<std::string, Named> elements;  ///< of the process file, by identifier
     std::map<std::string, std::size_t> nodeIndex;
     std::vector<UnitCost> unitCosts;
     double unit = 60.0;  ///< seconds; minutes unless the scenario says otherwise

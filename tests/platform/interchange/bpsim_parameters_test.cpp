@@ -111,7 +111,7 @@ TEST_F(BpsimParameters, CostsPrioritiesAndOtherTimesReachTheTask) {
     EXPECT_EQ(repository.numberOf(flow("Shop", "f"), "Probability"), 0.3) << "read as per cent";
     EXPECT_EQ(report.value().runOptions, "--seed 5 --replications 3");
     for (const std::string_view named :
-         {"SetUpTime: of \"a\" isn't used", "WaitTime: of \"a\" is always its mean", "per cent",
+         {"SetUpTime: of \"Check\" isn't used", "WaitTime: of \"Check\" is always its mean", "per cent",
           "Condition: of \"f\" isn't used", "there is no element \"ghost\"", "Scenario \"two\""}) {
         EXPECT_TRUE(mentions(report.value(), named)) << named;
     }
