@@ -148,6 +148,8 @@ public:
     virtual void stopTimer(Timer& timer) = 0;
     /// Width in pixels.
     [[nodiscard]] virtual int textWidth(const String& text) = 0;
+    /// Width of a field of a table as it is shown, which may be longer than its text.
+    [[nodiscard]] virtual int fieldWidth(const String& field) { return textWidth(field); }
     /// False if no printer, nor a file to print to, is there.
     [[nodiscard]] virtual bool hasPrinter() = 0;
     /// Prints a page description in HTML. False if cancelled or failed.

@@ -209,7 +209,7 @@ bool MeroShrinkExpandBrowserObjects::adjustColumn(int column) {
     const BrowserColumn& each = impl->columnAt(column);
     SV::Toolkit& toolkit = SV::Toolkit::GetGlobal();
     const int room = column == 0 ? IndentOfLevel * (each.depthOfLongest + 1) : 0;
-    const int width = std::max(toolkit.textWidth(each.longest) + room, toolkit.textWidth(each.title));
+    const int width = std::max(toolkit.fieldWidth(each.longest) + room, toolkit.textWidth(each.title));
     return setColumnWidth(column, width + ColumnPadding);
 }
 

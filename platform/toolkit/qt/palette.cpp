@@ -21,13 +21,14 @@ QColor between(const QColor& from, const QColor& to, double share) {
 }
 
 QPalette darkPalette() {
-    const QColor window(0x1E, 0x22, 0x28);
-    const QColor base(0x16, 0x1A, 0x1F);
+    // Outlines are made of the window's colour, so it may not be the darkest.
+    const QColor window(0x32, 0x37, 0x3E);
+    const QColor base(0x1B, 0x1F, 0x24);
     const QColor text(0xE6, 0xE9, 0xED);
-    const QColor faint(0x7F, 0x87, 0x91);
-    QPalette palette(QColor(0x2A, 0x30, 0x38), window);
+    const QColor faint(0x8D, 0x95, 0x9F);
+    QPalette palette(QColor(0x43, 0x4A, 0x54), window);
     palette.setColor(QPalette::Base, base);
-    palette.setColor(QPalette::AlternateBase, QColor(0x1B, 0x20, 0x26));
+    palette.setColor(QPalette::AlternateBase, QColor(0x22, 0x27, 0x2D));
     palette.setColor(QPalette::ToolTipBase, QColor(0x2A, 0x30, 0x38));
     palette.setColor(QPalette::Highlight, QColor(0x2F, 0x6F, 0xA8));
     palette.setColor(QPalette::HighlightedText, Qt::white);

@@ -12,6 +12,7 @@
 #include <QPushButton>
 #include <QTextDocument>
 #include <QTimer>
+#include <algorithm>
 
 #include "component/host/basic_services.h"
 #include "component/host/sv_boxes.h"
@@ -21,6 +22,7 @@
 
 #include "platform/toolkit/forms.h"
 #include "platform/toolkit/qt/control_peer.h"
+#include "platform/toolkit/qt/field_dress.h"
 #include "platform/toolkit/qt/text_conversion.h"
 #include "platform/toolkit/qt/window_peer.h"
 #include "platform/toolkit/toolkit_messages.h"
@@ -232,6 +234,18 @@ void QtToolkit::stopTimer(SV::Timer& timer) {
 
 int QtToolkit::textWidth(const SV::String& text) {
     return QFontMetrics(QApplication::font()).horizontalAdvance(plain(text));
+}
+
+int QtToolkit::fieldWidth(const SV::String& field) {
+    // Sums are bold; a time among others may be as long as this one, whichever is the longest text.
+    static const SV::String LongTime("00:299:23:59:00");
+    constexpr int Decimals = 2;
+    QFont bold = QApplication::font();
+    bold.setBold(true);
+    const QFontMetrics metrics(bold);
+    const QString time = dressedTime(field);
+    const int width = metrics.horizontalAdvance(dressed(field, Decimals));
+    return time.isEmpty() ? width : std::max(width, metrics.horizontalAdvance(dressedTime(LongTime)));
 }
 
 bool QtToolkit::hasPrinter() {

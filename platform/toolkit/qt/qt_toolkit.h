@@ -30,6 +30,7 @@ public:
     void startTimer(SV::Timer& timer) override;
     void stopTimer(SV::Timer& timer) override;
     [[nodiscard]] int textWidth(const SV::String& text) override;
+    [[nodiscard]] int fieldWidth(const SV::String& field) override;
     [[nodiscard]] bool hasPrinter() override;
     bool printDocument(SV::Window* parent, const SV::String& title, const SV::String& html) override;
 
