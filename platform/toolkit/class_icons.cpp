@@ -18,7 +18,7 @@ public:
     }
 
 private:
-    static constexpr std::string_view OtherClasses;
+    static constexpr std::string_view OtherClasses{};
 
     static std::map<std::string_view, MeroGrPattern> makePatterns() {
         const std::pair<std::string_view, const char*> names[] = {
