@@ -189,3 +189,15 @@ namespace MeroMessageForm {
 inline constexpr SV::ResId Form{0x2010040};
 inline constexpr SV::ResId Text{0x2000001};
 }  // namespace MeroMessageForm
+
+/// The edit of a day stands behind its label; the next day behind both.
+namespace MeroCalendarForm {
+inline constexpr SV::ResId Form{0x2010050};
+inline constexpr SV::ResId FirstDayLabel{0x2000001};
+inline constexpr SV::ResId FirstDayEdit{0x2000002};
+inline constexpr SV::ResId SpecialLabel{0x200000F};
+inline constexpr SV::ResId Special{0x2000010};
+inline constexpr SV::ResId OkButton{0x2000011};
+inline constexpr SV::ResId CancelButton{0x2000012};
+inline constexpr SV::ResId Hint{0x2000013};
+}  // namespace MeroCalendarForm

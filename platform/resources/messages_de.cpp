@@ -352,6 +352,7 @@ constexpr Message Messages[] = {
     {0x2010020, "Text eingeben"},
     {0x2010030, "Zeit bearbeiten"},
     {0x2010040, "Bitte warten"},
+    {0x2010050, "Kalender"},
     {0x2010100, "Tabelle speichern"},
     {0x2010101,
      "Die Datei kann nicht geschrieben werden. Prüfen Sie den Ordner, Ihre Rechte und den freien Platz auf "
@@ -375,6 +376,9 @@ constexpr Message Messages[] = {
     {0x2010113, "Std."},
     {0x2010114, "Min."},
     {0x2010115, "s"},
+    {0x2010120,
+     "Diese Arbeitszeiten sind nicht gültig. Schreiben Sie Bereiche wie 08:00-12:00, die sich nicht "
+     "überschneiden: "},
     {0x2011001, "D~iagramm..."},
     {0x2011010, "OK"},
     {0x2011011, "Abbrechen"},
@@ -415,6 +419,16 @@ constexpr Message Messages[] = {
     {0x2011074, "~Minuten:"},
     {0x2011075, "S~ekunden:"},
     {0x2011076, "~Zeit verwenden"},
+    {0x2011081, "~Montag:"},
+    {0x2011082, "~Dienstag:"},
+    {0x2011083, "Mitt~woch:"},
+    {0x2011084, "D~onnerstag:"},
+    {0x2011085, "~Freitag:"},
+    {0x2011086, "~Samstag:"},
+    {0x2011087, "So~nntag:"},
+    {0x2011088, "Arbeitszeiten als Bereiche, wie in 08:00-12:00 13:00-17:00; nichts für einen freien Tag."},
+    {0x2011089, "Besondere ~Tage, einer je Zeile, wie in DATE date:\"12-25\" hours:\"\":"},
+    {0x201108A, "~Kalender verwenden"},
 };
 
 static_assert(std::ranges::adjacent_find(Messages, std::ranges::greater_equal{}, &Message::id) ==

@@ -326,6 +326,7 @@ constexpr Message Messages[] = {
     {0x2010020, "Enter a text"},
     {0x2010030, "Edit the time"},
     {0x2010040, "Please wait"},
+    {0x2010050, "Calendar"},
     {0x2010100, "Save the table"},
     {0x2010101, "The file can't be written. Check the folder, your rights and the free space on the disk: "},
     {0x2010102, "Search the table"},
@@ -345,6 +346,7 @@ constexpr Message Messages[] = {
     {0x2010113, "h"},
     {0x2010114, "min"},
     {0x2010115, "s"},
+    {0x2010120, "These working hours aren't good. Write ranges as 08:00-12:00 that don't overlap: "},
     {0x2011001, "C~hart..."},
     {0x2011010, "OK"},
     {0x2011011, "Cancel"},
@@ -385,6 +387,16 @@ constexpr Message Messages[] = {
     {0x2011074, "~Minutes:"},
     {0x2011075, "~Seconds:"},
     {0x2011076, "~Use time"},
+    {0x2011081, "~Monday:"},
+    {0x2011082, "~Tuesday:"},
+    {0x2011083, "~Wednesday:"},
+    {0x2011084, "T~hursday:"},
+    {0x2011085, "~Friday:"},
+    {0x2011086, "~Saturday:"},
+    {0x2011087, "S~unday:"},
+    {0x2011088, "Working hours as ranges, as in 08:00-12:00 13:00-17:00; nothing for a day off."},
+    {0x2011089, "Special ~days, one a line, as in DATE date:\"12-25\" hours:\"\":"},
+    {0x201108A, "Use ~calendar"},
 };
 
 static_assert(std::ranges::adjacent_find(Messages, std::ranges::greater_equal{}, &Message::id) ==

@@ -19,6 +19,7 @@ inline constexpr SV::ResId MessageObject{0x201010A};
 inline constexpr SV::ResId MessageSearchHint{0x201010B};
 inline constexpr SV::ResId MessageHelp{0x201010C};
 inline constexpr SV::ResId MessagePrintToFile{0x201010D};
+inline constexpr SV::ResId MessageBadCalendar{0x2010120};
 /// Short names of the units of time.
 inline constexpr SV::ResId MessageUnitYear{0x2010111};
 inline constexpr SV::ResId MessageUnitDay{0x2010112};

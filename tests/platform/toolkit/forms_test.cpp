@@ -46,6 +46,12 @@ std::map<std::uint32_t, std::set<std::uint32_t>> declaredControls() {
             forms[form].insert(static_cast<std::uint32_t>(std::stoul((*each)[5], nullptr, 16)));
         }
     }
+    // A calendar has seven days, each with a label and an edit.
+    constexpr std::uint32_t FirstOfDays = 0x2000001;
+    constexpr std::uint32_t ControlsOfDays = 14;
+    for (std::uint32_t each = 0; each < ControlsOfDays; ++each) {
+        forms.at(0x2010050).insert(FirstOfDays + each);
+    }
     // The window of a run shows the curves of a history with other labels.
     const auto history = forms.at(0x2004EA2);
     std::ranges::copy_if(history, std::inserter(forms.at(0x2004FF9), forms.at(0x2004FF9).end()),

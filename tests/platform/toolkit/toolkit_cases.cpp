@@ -1,5 +1,6 @@
 #include "tests/platform/toolkit/toolkit_cases.h"
 
+#include "component/host/calendar_dialog.h"
 #include "component/host/function_graph.h"
 #include "component/host/host_dialogs.h"
 #include "component/host/resource_ids.h"
@@ -307,6 +308,31 @@ std::string closing(UserDriver& user) {
     return notes.text();
 }
 
+std::string calendars(UserDriver& user) {
+    Notes notes;
+    MeroCalendarDialog dialog(nullptr, "Hours",
+                              "CALENDAR \"Day shift\" WEEKLY days:\"sat sun\" hours:\"\"\n"
+                              "DAILY hours:\"08:00-16:00\" DATE date:\"12-25\" hours:\"\"");
+    const auto monday = [](SV::ModalDialog& asked) -> SV::Edit& {
+        return dynamic_cast<SV::Edit&>(*asked.FindControl(MeroCalendarForm::FirstDayEdit));
+    };
+    SV::BoxDesk::GetGlobal().clearRecords();
+    SV::BoxDesk::GetGlobal().setResponder(
+        [](SV::BoxKind, SV::Window*, int, const SV::String&) { return SV::BoxOk; });
+    SV::DialogDesk::GetGlobal().setResponder([&](SV::ModalDialog& asked) {
+        user.type(monday(asked), "8 to 12");
+        user.click(*asked.FindControl(MeroCalendarForm::OkButton));
+        notes.add(std::to_string(asked.IsInExecute()));
+        user.type(monday(asked), "09:00-12:00");
+        user.click(*asked.FindControl(MeroCalendarForm::OkButton));
+    });
+    notes.add(std::to_string(dialog.Execute()));
+    notes.add(std::to_string(SV::BoxDesk::GetGlobal().getRecords().size()));
+    SV::DialogDesk::GetGlobal().setResponder({});
+    SV::BoxDesk::GetGlobal().setResponder({});
+    return notes.text() + " " + dialog.getNewCalendarAsString().GetStr();
+}
+
 std::string closeButtons(UserDriver& user) {
     SelectPanel panel;
     Notes notes;
@@ -335,6 +361,9 @@ std::vector<ToolkitCase> toolkitCases() {
         {"WindowsMadeByAModalDialogCanBeUsedBesideIt", modelessBesideModal, "typed 1 0"},
         {"TableRowsExpandAndSort", tables, "1,4 1,2,3,4 1,2,5,3,4 1,4 1,2,3,5,4"},
         {"AWindowCanRefuseToClose", closing, "1 0 2"},
+        {"CalendarsAreCheckedBeforeTheyAreTaken", calendars,
+         "1 1 1 CALENDAR \"Day shift\"\nWEEKLY days:\"mon\" hours:\"09:00-12:00\"\n"
+         "WEEKLY days:\"tue wed thu fri\" hours:\"08:00-16:00\"\nDATE date:\"12-25\" hours:\"\""},
         {"CloseButtonEndsADialogUnlessAHandlerDoes", closeButtons, "0 7"},
     };
 }
