@@ -104,7 +104,8 @@ public:
             "add",
             "Example:\n  mero agents shop.mero add --model Order --name Counts --objects 'all \"Activity\"' "
             "\\\n"
-            "       --definition 'AGENT path-analysis FREQUENCY name:\"Frequency\" resultscope:mainobjects absolute'\n\n"
+            "       --definition 'AGENT path-analysis FREQUENCY name:\"Frequency\" resultscope:mainobjects "
+            "absolute'\n\n"
             "Makes an agent in a model.");
         verb->add_option("--model", model, "Model that gets the agent")->required()->type_name("NAME");
         verb->add_option("--name", name, "Name of the agent")->required()->type_name("NAME");

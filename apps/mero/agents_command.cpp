@@ -16,7 +16,8 @@ CLI::App* AgentsCommand::describe(CLI::App& program) {
         "agents",
         "Example:\n  mero agents shop.mero list\n"
         "  mero agents shop.mero add --model Order --name Counts --objects 'all \"Activity\"' \\\n"
-        "       --definition 'AGENT path-analysis FREQUENCY name:\"Frequency\" resultscope:mainobjects absolute'\n\n"
+        "       --definition 'AGENT path-analysis FREQUENCY name:\"Frequency\" resultscope:mainobjects "
+        "absolute'\n\n"
         "Lists, shows and changes the agents of the models. A change is made wholly or not at all.");
     command->add_option("REPO", repositoryFile, "Repository: a .mero file or a repository document")
         ->required();

@@ -61,7 +61,7 @@ std::optional<double> MeroAgentSubProcessInstance::sumFirstValues(MeroId objectI
     if (isCollected()) {
         return std::nullopt;
     }
-    if (objectId == MeroNoId && firstSum) {
+    if (objectId == MeroNoId && firstSumHolds) {
         return firstSum;
     }
     const double sum = sumOver(
@@ -69,6 +69,7 @@ std::optional<double> MeroAgentSubProcessInstance::sumFirstValues(MeroId objectI
         [objectId](MeroAgentSubProcessInstance& child) { return child.sumFirstValues(objectId); });
     if (objectId == MeroNoId) {
         firstSum = sum;
+        firstSumHolds = true;
     }
     return sum;
 }
@@ -78,7 +79,7 @@ std::optional<double> MeroAgentSubProcessInstance::sumSecondValues(MeroId object
     if (isCollected() || (!ordered.empty() && !ordered.begin()->item.hasSecondValue())) {
         return std::nullopt;
     }
-    if (objectId == MeroNoId && secondSum) {
+    if (objectId == MeroNoId && secondSumHolds) {
         return secondSum;
     }
     const double sum = sumOver(
@@ -86,14 +87,15 @@ std::optional<double> MeroAgentSubProcessInstance::sumSecondValues(MeroId object
         [objectId](MeroAgentSubProcessInstance& child) { return child.sumSecondValues(objectId); });
     if (objectId == MeroNoId) {
         secondSum = sum;
+        secondSumHolds = true;
     }
     return sum;
 }
 
 void MeroAgentSubProcessInstance::invalidateSums() {
     for (auto* instance = this; instance != nullptr; instance = instance->parent) {
-        instance->firstSum.reset();
-        instance->secondSum.reset();
+        instance->firstSumHolds = false;
+        instance->secondSumHolds = false;
     }
 }
 

@@ -74,9 +74,11 @@ private:
     MeroAgentSubProcessInstance* collector;
     MeroAgentSubProcessInstance* parent = nullptr;
     MeroId modelId;
+    bool firstSumHolds = false;
+    bool secondSumHolds = false;
     Values values;
     MeroPath callPath;
     std::vector<MeroAgentSubProcessInstance*> children;  ///< in the order of attaching
-    std::optional<double> firstSum;                      ///< over all objects, while it holds
-    std::optional<double> secondSum;
+    double firstSum = 0.0;                               ///< over all objects
+    double secondSum = 0.0;
 };

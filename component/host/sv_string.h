@@ -104,6 +104,16 @@ public:
         return rep->hashValue;
     }
 
+    /// Where a table found this text last: a guess that the table checks before it believes it, kept with the
+    /// shared text so that all who hold a key help each other. 0 if nobody has left one; a host may give 0
+    /// always.
+    [[nodiscard]] std::uint32_t lookupHint() const noexcept { return rep != nullptr ? rep->hint : 0; }
+    void setLookupHint(std::uint32_t hint) const noexcept {
+        if (rep != nullptr) {
+            rep->hint = hint;
+        }
+    }
+
     friend bool operator==(const String& left, const String& right) noexcept {
         return left.rep == right.rep || (left.Len() == right.Len() && left.hasSameBytes(right));
     }
@@ -115,7 +125,8 @@ private:
         std::uint32_t references;
         std::uint32_t length;
         std::uint32_t message;
-        mutable std::size_t hashValue;
+        std::uint32_t hint;
+        std::size_t hashValue;
 
         [[nodiscard]] char* text() noexcept { return reinterpret_cast<char*>(this + 1); }
         [[nodiscard]] const char* text() const noexcept { return reinterpret_cast<const char*>(this + 1); }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -10,6 +11,13 @@
 #include <vector>
 
 #include "component/results/small_vector.h"
+
+/// Keys that remember where a table found them last.
+template <class Key>
+concept MeroHintedKey = requires(const Key& key) {
+    { key.lookupHint() } -> std::same_as<std::uint32_t>;
+    key.setLookupHint(std::uint32_t{});
+};
 
 /// Table by key for the hot path: entries lie densely in the order of making, a hash index comes in only when
 /// there are more than a handful, erasing moves the last entry into the gap. Pointers to entries hold until
@@ -39,6 +47,7 @@ public:
     /// The key must not be there.
     Item& add(const Key& key, Item item) {
         entries.push_back(Entry{key, std::move(item)});
+        leaveHint(entries.size() - 1);
         if (!slots.empty() && entries.size() * 2 <= slots.size()) {
             place(entries.size() - 1);
         } else if (entries.size() > LinearLimit) {
@@ -62,6 +71,7 @@ public:
                 slots[slotOf(last)].position = static_cast<std::uint32_t>(position + 1);
             }
             entries[position] = std::move(entries[last]);
+            leaveHint(position);
         }
         entries.pop_back();
         return true;
@@ -124,6 +134,31 @@ private:
             }
             return Missing;
         }
+        if constexpr (MeroHintedKey<Key>) {
+            return positionByHint(key);
+        } else {
+            return positionByHash(key);
+        }
+    }
+    /// The index of a large table isn't in the processor's cache, while the key and its entry are needed
+    /// anyway.
+    [[nodiscard]] std::size_t positionByHint(const Key& key) const {
+        const std::uint32_t hint = key.lookupHint();
+        if (hint < entries.size() && entries[hint].key == key) {
+            return hint;
+        }
+        const std::size_t position = positionByHash(key);
+        if (position != Missing) {
+            key.setLookupHint(static_cast<std::uint32_t>(position));
+        }
+        return position;
+    }
+    void leaveHint(std::size_t position) {
+        if constexpr (MeroHintedKey<Key>) {
+            entries[position].key.setLookupHint(static_cast<std::uint32_t>(position));
+        }
+    }
+    [[nodiscard]] std::size_t positionByHash(const Key& key) const {
         const std::uint32_t hash = hashOf(key);
         for (std::size_t slot = homeOf(hash); slots[slot].position != 0; slot = next(slot)) {
             if (slots[slot].hash == hash && entries[slots[slot].position - 1].key == key) {

@@ -57,7 +57,7 @@ String::Rep* String::makeRep(std::size_t length, std::uint32_t message) {
         throw std::length_error("text of more than 4 GB");
     }
     Rep* made = ::new (::operator new(sizeof(Rep) + roomFor(length)))
-        Rep{1, static_cast<std::uint32_t>(length), message, 0};
+        Rep{1, static_cast<std::uint32_t>(length), message, 0, 0};
     made->text()[length] = '\0';
     return made;
 }

@@ -6,6 +6,8 @@
 #include <random>
 #include <string>
 
+#include "component/host/sv_string.h"
+
 namespace {
 
 TEST(KeyedTable, HoldsTheSameAsAnOrderedMapUnderAnyChanges) {
@@ -35,6 +37,34 @@ TEST(KeyedTable, HoldsTheSameAsAnOrderedMapUnderAnyChanges) {
     table.clear();
     EXPECT_TRUE(table.empty());
     EXPECT_FALSE(table.contains(expected.begin()->first));
+}
+
+TEST(KeyedTable, TablesThatShareTextsDoNotMisleadEachOther) {
+    std::vector<SV::String> texts;
+    for (int number = 0; number < 60; ++number) {
+        texts.emplace_back(std::int32_t{number});
+    }
+    MeroKeyedTable<SV::String, int> tables[2];
+    std::map<int, int> expected[2];
+    std::mt19937 random(11);
+    for (int step = 0; step < 20000; ++step) {
+        const auto which = random() % 2;
+        const auto number = static_cast<int>(random() % texts.size());
+        // Now and then a text of its own, as a reader of another source would bring it.
+        const SV::String other(std::int32_t{number});
+        const SV::String& key = random() % 4 == 0 ? other : texts[static_cast<std::size_t>(number)];
+        const int* const found = tables[which].find(key);
+        ASSERT_EQ(found != nullptr, expected[which].contains(number));
+        if (found == nullptr) {
+            tables[which].add(key, step);
+            expected[which].emplace(number, step);
+        } else if (random() % 2 == 0) {
+            ASSERT_TRUE(tables[which].erase(key));
+            expected[which].erase(number);
+        } else {
+            ASSERT_EQ(*found, expected[which].at(number));
+        }
+    }
 }
 
 TEST(KeyedTable, OrdersIdentifiersAsTheirDecimalTexts) {
