@@ -34,13 +34,22 @@ function(mero_configure_target target)
     # lists (GCC bug 80635).
     target_compile_options(${target} PRIVATE -Wno-restrict -Wno-maybe-uninitialized)
   endif()
+  if(MERO_UNITY)
+    # Sources that are included into one look to the compiler like headers with unnamed namespaces.
+    set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 6)
+    target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
+  endif()
 endfunction()
 
-# mero_library(name SOURCES … LINKS …): one library a folder, its dependencies spelled out.
+# mero_library(name [SEPARATE] SOURCES … LINKS …): one library a folder, its dependencies spelled out. SEPARATE: its sources use
+# the same names for their own constants, so that they can't be compiled as one.
 function(mero_library name)
-  cmake_parse_arguments(ARG "" "" "SOURCES;LINKS;PRIVATE_LINKS" ${ARGN})
+  cmake_parse_arguments(ARG "SEPARATE" "" "SOURCES;LINKS;PRIVATE_LINKS" ${ARGN})
   add_library(${name} STATIC ${ARG_SOURCES})
   mero_configure_target(${name})
+  if(ARG_SEPARATE)
+    set_target_properties(${name} PROPERTIES UNITY_BUILD OFF)
+  endif()
   target_link_libraries(${name} PUBLIC ${ARG_LINKS} PRIVATE ${ARG_PRIVATE_LINKS})
 endfunction()
 

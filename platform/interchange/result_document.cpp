@@ -16,8 +16,8 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-constexpr std::string_view FormatName = "mero-results";
-constexpr std::int32_t FormatVersion = 1;
+constexpr std::string_view ResultFormatName = "mero-results";
+constexpr std::int32_t ResultFormatVersion = 1;
 constexpr int ResultKindSeconds = 2;
 
 bool pathBefore(const ResultItem& left, const ResultItem& right) {
@@ -154,12 +154,14 @@ ResultDocument readDocument(const DocumentNode& node) {
     node.checkKeys(
         {"format", "version", "analysis", "simStart", "simEnd", "messages", "internalErrors", "agents"});
     const DocumentNode format = node.at("format");
-    if (format.text() != FormatName) {
-        format.refuse(fmt::format("the format is {}, not {}", inQuotes(format.text()), inQuotes(FormatName)));
+    if (format.text() != ResultFormatName) {
+        format.refuse(
+            fmt::format("the format is {}, not {}", inQuotes(format.text()), inQuotes(ResultFormatName)));
     }
     const DocumentNode version = node.at("version");
-    if (version.integer() != FormatVersion) {
-        version.refuse(fmt::format("version {} isn't known, only {}", version.integer(), FormatVersion));
+    if (version.integer() != ResultFormatVersion) {
+        version.refuse(
+            fmt::format("version {} isn't known, only {}", version.integer(), ResultFormatVersion));
     }
     ResultDocument document;
     document.analysis = node.at("analysis").integer();
@@ -211,8 +213,8 @@ std::string writeResultDocument(ResultDocument document) {
     for (const ResultOfAgent& agent : document.agents) {
         agents.push_back(jsonOf(agent));
     }
-    const Json node{{"format", FormatName},
-                    {"version", FormatVersion},
+    const Json node{{"format", ResultFormatName},
+                    {"version", ResultFormatVersion},
                     {"analysis", document.analysis},
                     {"simStart", document.simStart},
                     {"simEnd", document.simEnd},

@@ -8,7 +8,7 @@ namespace mero {
 
 namespace {
 
-constexpr std::size_t DeepestNesting = 200;
+constexpr std::size_t DeepestFormula = 200;
 
 bool isLetter(char character) {
     return std::isalpha(static_cast<unsigned char>(character)) != 0 || character == '_';
@@ -106,7 +106,7 @@ private:
     }
 
     Result<void> openBracket() {
-        if (levels.size() > DeepestNesting) {
+        if (levels.size() > DeepestFormula) {
             return fail("brackets are nested too deeply");
         }
         levels.push_back({lastName});

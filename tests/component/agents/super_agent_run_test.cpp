@@ -16,7 +16,7 @@
 namespace mero::test {
 namespace {
 
-const std::string allAnalyses =
+const std::string agentOfAllAnalyses =
     "AGENT\npath-analysis\nvolume-analysis\nwlstatic-analysis\nwlnonstatic-analysis\n";
 
 /// An agent "M" in "Order", attached.
@@ -56,17 +56,21 @@ TEST_F(SuperAgentRun, StartTellsWhetherThereIsAnythingToDo) {
         std::vector<std::string> internalErrors;
     };
     const Case cases[] = {
-        {"one sub-agent", allAnalyses + frequencySection, AnalysisPath, StatusOk, {}},
-        {"inactive", allAnalyses + "deactivate " + frequencySection, AnalysisPath, StatusNothingToDo, {}},
+        {"one sub-agent", agentOfAllAnalyses + frequencySection, AnalysisPath, StatusOk, {}},
+        {"inactive",
+         agentOfAllAnalyses + "deactivate " + frequencySection,
+         AnalysisPath,
+         StatusNothingToDo,
+         {}},
         {"analysis off", "AGENT volume-analysis " + frequencySection, AnalysisPath, StatusNothingToDo, {}},
-        {"sub-agent outside", allAnalyses + frequencySection, AnalysisVolume, StatusNothingToDo, {}},
+        {"sub-agent outside", agentOfAllAnalyses + frequencySection, AnalysisVolume, StatusNothingToDo, {}},
         {"sub-agent outside of work load",
-         allAnalyses + frequencySection,
+         agentOfAllAnalyses + frequencySection,
          AnalysisStaticWorkLoad,
          StatusNothingToDo,
          {}},
-        {"no sub-agents", allAnalyses, AnalysisPath, StatusNothingToDo, {}},
-        {"unknown algorithm", allAnalyses + frequencySection, 5, StatusRefused, {"aeagents"}},
+        {"no sub-agents", agentOfAllAnalyses, AnalysisPath, StatusNothingToDo, {}},
+        {"unknown algorithm", agentOfAllAnalyses + frequencySection, 5, StatusRefused, {"aeagents"}},
     };
     for (const Case& example : cases) {
         SCOPED_TRACE(example.title);
@@ -87,7 +91,7 @@ TEST_F(SuperAgentRun, StartTellsWhetherThereIsAnythingToDo) {
 }
 
 TEST_F(SuperAgentRun, WorkLoadAnalysesHaveASupportAgent) {
-    use(allAnalyses + "FREQUENCY name:\"F\" wlstatic-analysis resultscope:mainobjects absolute");
+    use(agentOfAllAnalyses + "FREQUENCY name:\"F\" wlstatic-analysis resultscope:mainobjects absolute");
     EXPECT_EQ(agent->startRun(AnalysisStaticWorkLoad, &control), StatusOk);
     ASSERT_NE(agent->getSupportAgent(), nullptr);
     ASSERT_EQ(control.attached.size(), 2U);
@@ -98,7 +102,7 @@ TEST_F(SuperAgentRun, WorkLoadAnalysesHaveASupportAgent) {
 }
 
 TEST_F(SuperAgentRun, SecondStartIsAFaultOfTheHost) {
-    use(allAnalyses + frequencySection);
+    use(agentOfAllAnalyses + frequencySection);
     agent->startRun(AnalysisPath, &control);
     EXPECT_EQ(agent->startRun(AnalysisPath, &control), StatusRunInProgress);
     EXPECT_EQ(EmbeddedPlatform::internalErrors(), (std::vector<std::string>{"aeagnrl"}));
@@ -108,11 +112,11 @@ TEST_F(SuperAgentRun, SecondStartIsAFaultOfTheHost) {
 }
 
 TEST_F(SuperAgentRun, BadTextAtTheStartEndsInABox) {
-    use(allAnalyses + frequencySection);
+    use(agentOfAllAnalyses + frequencySection);
     store("AGENT :");
     EXPECT_EQ(agent->startRun(AnalysisPath, &control), StatusBadDefinition);
     agent->clearResults();
-    store(allAnalyses + frequencySection + "\nTUSK name:\"T\"");
+    store(agentOfAllAnalyses + frequencySection + "\nTUSK name:\"T\"");
     EXPECT_EQ(agent->startRun(AnalysisPath, &control), StatusBadDefinition);
     EXPECT_EQ(EmbeddedPlatform::boxes(), (std::vector<std::uint32_t>{0, 0x2004E21}));
     EXPECT_EQ(EmbeddedPlatform::internalErrors(), (std::vector<std::string>{"aeagnrl"}));
@@ -121,8 +125,8 @@ TEST_F(SuperAgentRun, BadTextAtTheStartEndsInABox) {
 }
 
 TEST_F(SuperAgentRun, SectionThatCannotBeReadIsLeftOut) {
-    use(allAnalyses + frequencySection);
-    store(allAnalyses + frequencySection + "\nFREQUENCY path-analysis resultscope:process absolute");
+    use(agentOfAllAnalyses + frequencySection);
+    store(agentOfAllAnalyses + frequencySection + "\nFREQUENCY path-analysis resultscope:process absolute");
     EXPECT_EQ(agent->startRun(AnalysisPath, &control), StatusOk);
     EXPECT_EQ(agent->getSubAgents().size(), 1U);
     EXPECT_NE(agent->findSubAgentByName("F"), nullptr);
@@ -131,7 +135,7 @@ TEST_F(SuperAgentRun, SectionThatCannotBeReadIsLeftOut) {
 }
 
 TEST_F(SuperAgentRun, SubAgentThatCannotBePreparedIsNeitherAttachedNorDetached) {
-    use(allAnalyses + frequencySection, "{");
+    use(agentOfAllAnalyses + frequencySection, "{");
     EXPECT_EQ(agent->startRun(AnalysisPath, &control), StatusOk);
     EXPECT_EQ(agent->getSubAgents().size(), 1U);
     EXPECT_EQ(control.attachments, 0);
@@ -141,7 +145,7 @@ TEST_F(SuperAgentRun, SubAgentThatCannotBePreparedIsNeitherAttachedNorDetached) 
 }
 
 TEST_F(SuperAgentRun, ComponentThatStaysAttachedIsReported) {
-    use(allAnalyses + frequencySection);
+    use(agentOfAllAnalyses + frequencySection);
     agent->startRun(AnalysisPath, &control);
     control.refusesToDetach = true;
     EXPECT_EQ(agent->clearResults(), StatusNotDetached);
@@ -150,7 +154,7 @@ TEST_F(SuperAgentRun, ComponentThatStaysAttachedIsReported) {
 }
 
 TEST_F(SuperAgentRun, ScaleIsProcessStartsOfAPeriodBroughtToTheScope) {
-    use(allAnalyses + frequencySection);
+    use(agentOfAllAnalyses + frequencySection);
     double scale = 0.0;
     EXPECT_EQ(agent->computeScale("01:000:00:00:00", 10, "00:001:00:00:00", scale), StatusNoRun);
     gDaysPerYear = 250.0;
@@ -176,7 +180,8 @@ TEST_F(SuperAgentRun, ScaleIsProcessStartsOfAPeriodBroughtToTheScope) {
 TEST_F(SuperAgentRun, ScaleOfWorkLoadIsWholeProcessesInAWorkedSecond) {
     const SV::String key("1");
     const auto scaleAfter = [&](int processes, std::int64_t seconds) {
-        use(allAnalyses + "FREQUENCY name:\"F\" wlnonstatic-analysis resultscope:mainobjects absolute");
+        use(agentOfAllAnalyses +
+            "FREQUENCY name:\"F\" wlnonstatic-analysis resultscope:mainobjects absolute");
         ControlComponent engine;
         EXPECT_EQ(agent->startRun(AnalysisNonStaticWorkLoad, &engine), StatusOk);
         SimEvent event;

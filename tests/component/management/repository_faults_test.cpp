@@ -14,7 +14,7 @@
 namespace mero::test {
 namespace {
 
-const SV::String always = "CALENDAR DAILY hours:\"00:00-24:00\"";
+const SV::String wholeDays = "CALENDAR DAILY hours:\"00:00-24:00\"";
 
 const std::string definitionOfFaults = "AGENT\npath-analysis\nlock-calendar\n" + frequencySection;
 
@@ -105,7 +105,7 @@ TEST_F(RepositoryFaults, CreationWithAllTextsLeavesNothingBehindUnlessItCannotBe
             const MeroId agentClass =
                 Library::standard().findClass(ClassCodeProcessLibrary, "Process agent")->id;
             return management.createSuperAgent(platform.model("Order"), agentClass, id, taskObjects, &parser,
-                                               always, "note", nullptr, 0, "A");
+                                               wholeDays, "note", nullptr, 0, "A");
         },
         [](const Outcome& outcome) {
             if (outcome.operation == "RenameInstance") {

@@ -15,7 +15,7 @@
 namespace mero::test {
 namespace {
 
-const ISequence<MeroId> fourAttributes{11, 12, 13, 14};
+const ISequence<MeroId> runAttributes{11, 12, 13, 14};
 
 class SimulationRun : public testing::Test {
 protected:
@@ -28,7 +28,7 @@ protected:
     void TearDown() override { gSimStartTime = 0; }
 
     int start(int algorithm = AnalysisPath, const SV::DateTime* startDate = nullptr) {
-        return management->simStart(algorithm, &control, fourAttributes, {platform->model("Order")},
+        return management->simStart(algorithm, &control, runAttributes, {platform->model("Order")},
                                     platform->model("Staff"), startDate, 365.0, 24.0);
     }
 
@@ -68,7 +68,7 @@ TEST_F(SimulationRun, RefusedArgumentsChangeNothing) {
     EXPECT_EQ(management->simStart(AnalysisPath, &control, {1, 2, 3}, {}, 0, nullptr, 365.0, 24.0),
               StatusRefused);
     EXPECT_EQ(management->simEnd(), StatusNoRun);
-    EXPECT_EQ(management->simStart(AnalysisPath, &control, fourAttributes, {}, 0, nullptr, 365.0, 24.0),
+    EXPECT_EQ(management->simStart(AnalysisPath, &control, runAttributes, {}, 0, nullptr, 365.0, 24.0),
               StatusOk);
     EXPECT_EQ(management->simEnd(), StatusOk);
 }
@@ -143,7 +143,7 @@ TEST_F(SimulationRun, AgentsOfCalledModelsTakePartOnce) {
     management->getAgentFromID(agent, id, 0);
     agent->readDefinitionText(SV::String("AGENT " + frequencySection));
     const ISortedSet<MeroId> models{platform->model("Order"), platform->model("Shipping")};
-    EXPECT_EQ(management->simStart(AnalysisPath, &control, fourAttributes, models, 0, nullptr, 365.0, 24.0),
+    EXPECT_EQ(management->simStart(AnalysisPath, &control, runAttributes, models, 0, nullptr, 365.0, 24.0),
               StatusOk);
     EXPECT_EQ(management->getNumberOfInstantiatedAgents(), 1);
     EXPECT_EQ(management->simEnd(), StatusOk);
