@@ -17,7 +17,7 @@ struct Reference {
     double caseTime;
     double waiting;       ///< sum over the passes of a case; 0 where it is next to nothing
     double waitingError;  ///< standard error of `waiting`
-    double utilisation;
+    double utilisation;   ///< 0 where it depends on who is taken of those that are free for equally long
     const char* arrivalCalendar = nullptr;  ///< instead of that of the file
 };
 
@@ -104,11 +104,19 @@ TEST_P(ProsimosReferenceTest, CaseTimeWaitingAndUtilisationAgreeWithTheReference
         EXPECT_NEAR(measured, expected, std::max(Tolerance * expected, Quantile * error)) << what;
     };
     expectNear(caseTime.value(), GetParam().caseTime, "case time");
-    expectNear(utilisation.value(), GetParam().utilisation, "utilisation");
+    if (GetParam().utilisation > 0.0) {
+        expectNear(utilisation.value(), GetParam().utilisation, "utilisation");
+    }
     if (GetParam().waiting > 0.0) {
         expectNear(waiting.value(), GetParam().waiting, "waiting", GetParam().waitingError);
     }
 }
+
+// The other simulator gives work to the one who becomes free first, whether on shift or not, and so waits for
+// a shift while others are there. That matters where calendars differ from worker to worker: its case times
+// are 5,887 s and 64,491 s in BPIC_2012_W and AcademicCredentials. The figures of these two are those of a
+// small program written for this comparison, which gives 6,228 s and 65,770 s by the other's rule, and the
+// figures below by ours: whoever is on shift and has been free there for the longest time.
 
 /// The arrival calendar of the loan applications ends some milliseconds behind 17:00, so that a case arrives
 /// then; calendar texts have whole minutes.
@@ -123,6 +131,8 @@ INSTANTIATE_TEST_SUITE_P(
                   UntilFive},
         Reference{"tests/data/prosimos/Pharmacy", 1491.5, 154.9, 15.9, 0.64781},
         Reference{"tests/data/prosimos/Pharmacy_3_timers", 2721.3, 680.8, 33.8, 0.63938},
+        Reference{"tests/data/prosimos/BPIC_2012_W", 4379.6, 2734.5, 0.0, 0.05391},
+        Reference{"tests/data/prosimos/AcademicCredentials", 29'479.0, 24'261.0, 0.0, 0.0},
         Reference{"examples/PurchasingExample", 168'278.9, 13'054.1, 153.0, 0.13814}));
 
 }  // namespace
