@@ -17,10 +17,10 @@ struct Error {
 template <class T>
 class [[nodiscard]] Result {
 public:
-    Result(T value)
-        : content(std::in_place_index<0>, std::move(value)) {}  // NOLINT(google-explicit-constructor)
-    Result(Error error)
-        : content(std::in_place_index<1>, std::move(error)) {}  // NOLINT(google-explicit-constructor)
+    // NOLINTNEXTLINE(google-explicit-constructor): `return value;` is what results are for
+    Result(T value) : content(std::in_place_index<0>, std::move(value)) {}
+    // NOLINTNEXTLINE(google-explicit-constructor)
+    Result(Error error) : content(std::in_place_index<1>, std::move(error)) {}
 
     [[nodiscard]] bool isGood() const { return content.index() == 0; }
     explicit operator bool() const { return isGood(); }
@@ -39,7 +39,8 @@ template <>
 class [[nodiscard]] Result<void> {
 public:
     Result() = default;
-    Result(Error error) : failure(std::move(error)) {}  // NOLINT(google-explicit-constructor)
+    // NOLINTNEXTLINE(google-explicit-constructor)
+    Result(Error error) : failure(std::move(error)) {}
 
     [[nodiscard]] bool isGood() const { return !failure.has_value(); }
     explicit operator bool() const { return isGood(); }
