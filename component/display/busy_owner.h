@@ -2,7 +2,8 @@
 
 /// Something that mustn't be closed while work that was started from it runs.
 ///
-/// Each `enterBusy` is followed by one `leaveBusy`, on every path; between the first and the last of them the owner refuses to close.
+/// Each `enterBusy` is followed by one `leaveBusy`, on every path; between the first and the last of them the
+/// owner refuses to close.
 class MeroBusyOwner {
 public:
     virtual void enterBusy() = 0;

@@ -1,4 +1,6 @@
+#include <filesystem>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include "tests/apps/mero/program_run.h"
 
@@ -197,6 +199,76 @@ TEST_F(CommandsTest, ShowsResultDocumentsAndHistories) {
     const ProgramRun bad = runProgram({"show", history});
     EXPECT_EQ(bad.status, 1);
     EXPECT_NE(bad.err.find(history), std::string::npos) << bad.err;
+}
+
+/// Acts as a user who may write nowhere, also where tests run as root.
+class WithoutWriteAccess {
+public:
+    explicit WithoutWriteAccess(const std::filesystem::path& file) : folder(file.parent_path()) {
+        using std::filesystem::perms;
+        constexpr perms ReadOnly = perms::owner_read | perms::group_read | perms::others_read;
+        std::filesystem::permissions(file, ReadOnly);
+        std::filesystem::permissions(folder,
+                                     ReadOnly | perms::owner_exec | perms::group_exec | perms::others_exec);
+        isChanged = user == 0 && ::seteuid(Nobody) == 0;
+    }
+    WithoutWriteAccess(const WithoutWriteAccess&) = delete;
+    WithoutWriteAccess& operator=(const WithoutWriteAccess&) = delete;
+    ~WithoutWriteAccess() {
+        if (isChanged && ::seteuid(user) != 0) {
+            std::abort();
+        }
+        std::filesystem::permissions(folder, std::filesystem::perms::owner_all);
+    }
+
+private:
+    static constexpr ::uid_t Nobody = 65534;
+
+    std::filesystem::path folder;
+    ::uid_t user = ::geteuid();
+    bool isChanged = false;
+};
+
+TEST_F(CommandsTest, RepositoryWithoutWriteAccessIsRefusedAndStaysAsItIs) {
+    ASSERT_EQ(runProgram({"import", database, document}).status, 0);
+    const std::string before = readFile(database);
+    {
+        const WithoutWriteAccess user(database);
+        for (const std::vector<std::string>& change : std::vector<std::vector<std::string>>{
+                 {"import", database, sourceFile("examples/PurchasingExample.bpmn")},
+                 {"agents", database, "deactivate", "--name", "Counts"},
+                 {"agents", document, "deactivate", "--name", "Counts"},
+                 {"export", database, folder / "copy.json"}}) {
+            const ProgramRun run = runProgram(change);
+            EXPECT_EQ(run.status, 1) << testing::PrintToString(change);
+            EXPECT_NE(run.err.find(folder / ""), std::string::npos) << run.err;
+        }
+        const ProgramRun simulated =
+            runProgram({"simulate", database, "--models", "Order", "--instances", "10"});
+        EXPECT_EQ(simulated.status, 0) << "reading is enough for a run: " << simulated.err;
+    }
+    EXPECT_EQ(readFile(database), before);
+    EXPECT_EQ(readFile(document), orderDocument());
+    EXPECT_FALSE(std::filesystem::exists(folder / "copy.json"));
+}
+
+TEST_F(CommandsTest, EventLogIsImportedAndReplayed) {
+    const std::string log = sourceFile("tests/platform/interchange/data/xes/running-example.xes");
+    const ProgramRun imported = runProgram({"import", database, log});
+    ASSERT_EQ(imported.status, 0) << imported.err;
+    EXPECT_NE(imported.out.find("--start 2010-12-27"), std::string::npos) << imported.out;
+    const ProgramRun added =
+        runProgram({"agents", database, "add", "--model", "running-example", "--name", "Measures",
+                    "--objects", "all \"Activity\"", "--definition",
+                    "AGENT wlnonstatic-analysis FREQUENCY name:\"Passes\" resultscope:mainobjects relative"});
+    ASSERT_EQ(added.status, 0) << added.err;
+    const ProgramRun replayed =
+        runProgram({"replay", database, "--events", log, "--models", "running-example", "--environment",
+                    "running-example resources", "--analysis", "nonstatic", "--start", "2010-12-27T00:00",
+                    "--results", "csv"});
+    EXPECT_EQ(replayed.status, 0) << replayed.err;
+    EXPECT_NE(replayed.out.find(",check ticket,running-example / check ticket,1.5,"), std::string::npos)
+        << replayed.out;
 }
 
 }  // namespace
