@@ -20,12 +20,6 @@ MeroResultRequest requestOf(const RunOptions& options, double scale) {
     return request;
 }
 
-/// Whether the display takes a set: values or a history that may be shown, and no scaled values unscaled.
-bool isShown(const MeroAgentResultSet& set, bool scaled) {
-    return (set.hasObjectResults(false) || set.hasHistory(false)) &&
-           (scaled || set.getValueType() != ValueTypeScaled);
-}
-
 TextTable::Row rowOf(const MeroAgentBrowserObjects& objects, int number) {
     TextTable::Row row;
     row.depth = static_cast<std::size_t>(objects.getRowDepth(number));
@@ -102,7 +96,7 @@ void ResultCollector::collect(MeroSuperAgent& agent) {
                                  {}};
         if (set != nullptr) {
             written.resultSet = write(*set);
-            if (isShown(*set, request.scaled)) {
+            if (set->isShown(request.scaled)) {
                 shownSets.push_back(set);
             }
         }

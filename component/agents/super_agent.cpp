@@ -8,6 +8,7 @@
 
 #include "component/agents/atomar_agent.h"
 #include "component/agents/support_agent.h"
+#include "component/display/agent_result_windows.h"
 #include "component/management/general_services.h"
 #include "component/management/repository_call.h"
 
@@ -48,6 +49,7 @@ MeroSuperAgent::MeroSuperAgent() {
 
 MeroSuperAgent::~MeroSuperAgent() {
     const MeroWaitCursor wait;
+    resultWindows.reset();
     runParser.reset();
     supportAgent.reset();
     subAgents.clear();

@@ -14,10 +14,13 @@
 #include "component/agents/super_agent_settings.h"
 #include "component/results/result_options.h"
 
+class MeroAgentResultSet;
+class MeroAgentResultWindows;
 class MeroAtomarAgent;
 class MeroControlComponent;
 class MeroPassiveComponent;
 class MeroSupportAgent;
+struct MeroResultRequest;
 
 /// Sub-agents made of a definition text for a check, apart from those of a run. They go under the wait
 /// cursor.
@@ -135,6 +138,17 @@ public:
     /// internal error; `scale` is then 1.0.
     int computeScale(const SV::String& scopeTime, int frequency, const SV::String& frequencyPeriod,
                      double& scale, SV::Window* parent = nullptr);
+    /// Shows the results in a window of `kind`, by the result options; `title` identifies the view. With
+    /// `scaled` they are brought to a scale, for which see `computeScale`. 1 also if there is nothing to
+    /// show, which a box tells. `parent` isn't owned and has to stay until the windows are closed; if it is a
+    /// `MeroBusyOwner`, it is kept from closing while works of the windows run.
+    int displayResults(SV::Window* parent, MeroDisplayKind kind, const SV::String& title,
+                       const SV::String& scopeTime, bool scaled, int frequency,
+                       const SV::String& frequencyPeriod);
+    /// Closes what `displayResults` opened.
+    void closeResultWindows();
+    /// Null if nothing has been displayed since the windows were closed.
+    [[nodiscard]] MeroAgentResultWindows* getResultWindows() const { return resultWindows.get(); }
 
 private:
     enum class ModelKind { None, Process, Environment };
@@ -179,6 +193,10 @@ private:
     [[nodiscard]] int computeStartScale(double scopeSeconds, int frequency, const SV::String& frequencyPeriod,
                                         double& scale, SV::Window* parent) const;
     [[nodiscard]] int computeWorkedScale(double scopeSeconds, double& scale) const;
+    /// Results of the sub-agents that a display takes; with grouping those of the related objects. False if
+    /// the display is grouped and no group was formed.
+    [[nodiscard]] bool gatherResults(const MeroResultRequest& request,
+                                     std::vector<MeroAgentResultSet*>& results);
     [[nodiscard]] bool readScopeTime(const SV::String& text, double& seconds) const;
 
     bool started = false;
@@ -194,6 +212,7 @@ private:
     std::vector<MeroPassiveComponent*> attachedComponents;
     std::unique_ptr<MeroKilnParser> runParser;  ///< of the current run's text
     MeroControlComponent* control = nullptr;
+    std::unique_ptr<MeroAgentResultWindows> resultWindows;  ///< from the first display on
 
     bool definitionUnread = false;  ///< the object doesn't know the stored settings and must not rewrite them
     bool otherTextUnread = false;

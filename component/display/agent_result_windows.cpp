@@ -1,130 +1,18 @@
 #include "component/display/agent_result_windows.h"
 
-#include <unordered_map>
+#include <algorithm>
+#include <utility>
 
-#include "component/host/basic_services.h"
-
+#include "component/agents/super_agent.h"
+#include "component/display/agent_browser_window.h"
+#include "component/display/graph_result_window.h"
 #include "component/management/general_services.h"
-#include "component/management/run_globals.h"
 
 namespace {
 
-constexpr int ColumnWidth = 80;
-constexpr int ColumnAlignment = 1;
-constexpr int ColumnKind = 2;
-
-constexpr SV::ResId SumLabel{0x2004F44};
-constexpr SV::ResId MinimumLabel{0x2004F45};
-constexpr SV::ResId MaximumLabel{0x2004F46};
-
-/// A sum that hasn't begun. A true sum of this value is taken for none.
-constexpr double NoSum = -1.0;
-
-const SV::String& emptyCell() {
-    static const SV::String text("-");
-    return text;
-}
-
-/// One value column: its results and what stands below them.
-struct Column {
-    MeroAgentResultSet& set;
-    double factor;
-    double sum = NoSum;
-    double minimum = 0.0;
-    double maximum = 0.0;
-    bool first = true;
-
-    [[nodiscard]] SV::String format(double value) const {
-        switch (set.getResultKind()) {
-            case ResultKindNumber:
-                return SV::String(value);
-            case ResultKindTime:
-                return formatTime(value, gDaysPerYear, gHoursPerDay);
-            default:
-                return emptyCell();
-        }
-    }
-    void addToSum(double value) { sum = sum == NoSum ? value : sum + value; }
-    void addToExtremes(double value) {
-        if (first || value < minimum) {
-            minimum = value;
-        }
-        if (first || value > maximum) {
-            maximum = value;
-        }
-        first = false;
-    }
-};
-
-/// Fills the cells of one column.
-class ColumnFiller {
-public:
-    ColumnFiller(MeroAgentBrowserObjects& table, Column& filledColumn, int position,
-                 const MeroResultOptions& display)
-        : objects(table), column(filledColumn), number(position), options(display) {}
-
-    bool addDetail(const MeroDoubleResult& result) {
-        for (const auto& item : result.getItems()) {
-            if (!addCell(item->getPath(), item->getValue() * column.factor, result)) {
-                return false;
-            }
-        }
-        return true;
-    }
-
-    bool addTotal(const MeroDoubleResult& result) {
-        const MeroPath path{result.getObjectId()};
-        return addCell(path, result.getTotal() * column.factor, result);
-    }
-
-private:
-    bool addCell(MeroPathView path, double value, const MeroDoubleResult& result) {
-        if (!objects.setCell(number, path, column.format(value), emptyCell())) {
-            displayErrorMessage("aeadsply", __LINE__);
-            return false;
-        }
-        if (options.sumChecked && result.getSourceAgentType() != 0) {
-            column.addToSum(value);
-        }
-        if (options.extremeChecked) {
-            column.addToExtremes(value);
-        }
-        return true;
-    }
-
-    MeroAgentBrowserObjects& objects;
-    Column& column;
-    int number;
-    const MeroResultOptions& options;
-};
-
-/// For each object its result with the smallest item key, by ascending object.
-std::vector<const MeroDoubleResult*> resultsByObject(MeroAgentResultSet& set) {
-    std::unordered_map<MeroId, const MeroDoubleResult*> byObject;
-    for (const MeroDoubleResult* const result : set.getResults(false)) {
-        byObject.try_emplace(result->getObjectId(), result);
-    }
-    ISortedSet<MeroId> objectIds;
-    set.getObjectIds(objectIds);
-    std::vector<const MeroDoubleResult*> ordered;
-    for (const MeroId id : objectIds) {
-        const auto found = byObject.find(id);
-        if (found != byObject.end()) {
-            ordered.push_back(found->second);
-        }
-    }
-    return ordered;
-}
-
-template <class CellText>
-void appendRow(MeroAgentBrowserObjects& objects, const SV::String& label, const std::vector<Column>& columns,
-               CellText cellText) {
-    std::vector<SV::String> cells{label};
-    for (const Column& column : columns) {
-        cells.push_back(cellText(column));
-    }
-    objects.addRow(MeroShrinkExpandBrowserObjects::NoParent, objects.getNumberOfRows() + 1, cells);
-}
+constexpr SV::ResId TableCaption{0x2004F47};
+constexpr SV::ResId GraphCaption{0x2005001};
+constexpr SV::ResId MessageNoHistory{0x2005000};
 
 }  // namespace
 
@@ -132,55 +20,101 @@ MeroAgentResultWindows::MeroAgentResultWindows(MeroSuperAgent& superAgent) : own
     setDefaultOptions();
 }
 
+MeroAgentResultWindows::~MeroAgentResultWindows() {
+    closeAllWindows();
+}
+
 void MeroAgentResultWindows::setDefaultOptions() {
     options = {};
     options.extremeChecked = false;
 }
 
-bool MeroAgentResultWindows::fillBrowser(MeroAgentBrowserObjects& objects, MeroDisplayKind kind,
-                                         bool& isEmpty, const std::vector<MeroAgentResultSet*>& resultSets,
-                                         double scale) const {
-    if (kind != DisplayDetail && kind != DisplayTotal) {
-        displayErrorMessage("aeadsply", __LINE__);
+int MeroAgentResultWindows::showResult(SV::Window* parent, const std::vector<MeroAgentResultSet*>& resultSets,
+                                       const SV::String& title, MeroDisplayKind kind, double scale,
+                                       const MeroResultOptions& newOptions) {
+    const MeroWaitCursor wait;
+    const MeroResultView view{title, kind, scale, newOptions};
+    if (MeroAgentBasicResultInterface* const open = findWindow(view)) {
+        open->bringToFront();
+        return StatusOk;
+    }
+    options = newOptions;
+    switch (kind) {
+        case DisplayDetail:
+        case DisplayTotal:
+            return showTable(parent, resultSets, view) ? StatusOk : StatusRefused;
+        case DisplayHistory:
+            return showGraph(parent, resultSets) ? StatusOk : StatusRefused;
+        default:
+            return StatusOk;
+    }
+}
+
+MeroAgentBasicResultInterface* MeroAgentResultWindows::findWindow(const MeroResultView& view) const {
+    if (view.kind == DisplayHistory) {
+        return graphWindow.get();
+    }
+    const auto found = std::ranges::find_if(
+        browserWindows, [&](const auto& window) { return window->getView().isSameAs(view); });
+    return found != browserWindows.end() ? found->get() : nullptr;
+}
+
+bool MeroAgentResultWindows::showTable(SV::Window* parent, const std::vector<MeroAgentResultSet*>& resultSets,
+                                       const MeroResultView& view) {
+    auto objects = std::make_unique<MeroAgentBrowserObjects>();
+    bool isEmpty = true;
+    if (!fillBrowser(*objects, view.kind, isEmpty, resultSets, view.scale) || isEmpty) {
         return false;
     }
-    isEmpty = true;
-    std::vector<Column> columns;
-    for (MeroAgentResultSet* const set : resultSets) {
-        if (set != nullptr && set->hasObjectResults(false)) {
-            SV::String name;
-            set->getName(name);
-            objects.addColumn(name, ColumnWidth, ColumnAlignment, ColumnKind);
-            columns.push_back({*set, set->isSingleValue() ? scale : 1.0});
-        }
-    }
-    int number = 0;
-    for (Column& column : columns) {
-        ColumnFiller filler(objects, column, ++number, options);
-        for (const MeroDoubleResult* const result : resultsByObject(column.set)) {
-            isEmpty = false;
-            if (!(kind == DisplayDetail ? filler.addDetail(*result) : filler.addTotal(*result))) {
-                return false;
-            }
-        }
-    }
-    objects.clearRowIndex();
-    if (isEmpty) {
-        return true;
-    }
-    if (options.sumChecked || options.extremeChecked) {
-        appendRow(objects, {}, columns, [](const Column&) { return SV::String(); });
-    }
-    if (options.sumChecked) {
-        appendRow(objects, SV::String(SumLabel), columns, [](const Column& column) {
-            return column.sum == NoSum ? emptyCell() : column.format(column.sum);
-        });
-    }
-    if (options.extremeChecked) {
-        appendRow(objects, SV::String(MinimumLabel), columns,
-                  [](const Column& column) { return column.format(column.minimum); });
-        appendRow(objects, SV::String(MaximumLabel), columns,
-                  [](const Column& column) { return column.format(column.maximum); });
-    }
+    SV::String caption(TableCaption);
+    caption.Replace("%a", nameOfOwner());
+    caption += SV::String(": ") + view.title;
+    browserWindows.push_back(
+        std::make_unique<MeroAgentBrowserWindow>(parent, *this, view, caption, std::move(objects)));
+    browserWindows.back()->Show();
     return true;
+}
+
+bool MeroAgentResultWindows::showGraph(SV::Window* parent,
+                                       const std::vector<MeroAgentResultSet*>& resultSets) {
+    const SV::String caption = SV::String(GraphCaption) + SV::String(" (") + nameOfOwner() + SV::String(")");
+    graphWindow = buildGraphWindow(parent, caption, resultSets);
+    if (graphWindow == nullptr) {
+        showErrorBox(SV::String(MessageNoHistory), parent);
+    }
+    return graphWindow != nullptr;
+}
+
+SV::String MeroAgentResultWindows::nameOfOwner() const {
+    SV::String name;
+    owner.getName(name);
+    return name;
+}
+
+void MeroAgentResultWindows::closeAllWindows() {
+    const MeroWaitCursor wait;
+    for (const auto& window : std::exchange(browserWindows, {})) {
+        window->Hide();
+    }
+    if (const auto window = std::exchange(graphWindow, nullptr)) {
+        window->Hide();
+    }
+    setDefaultOptions();
+}
+
+std::unique_ptr<MeroAgentBrowserWindow> MeroAgentResultWindows::forgetBrowserWindow(
+    const MeroAgentBrowserWindow& window) {
+    const auto found =
+        std::ranges::find(browserWindows, &window, &std::unique_ptr<MeroAgentBrowserWindow>::get);
+    if (found == browserWindows.end()) {
+        return nullptr;
+    }
+    auto forgotten = std::move(*found);
+    browserWindows.erase(found);
+    return forgotten;
+}
+
+std::unique_ptr<MeroGraphResultWindow> MeroAgentResultWindows::forgetGraphWindow(
+    const MeroGraphResultWindow& window) {
+    return graphWindow.get() == &window ? std::exchange(graphWindow, nullptr) : nullptr;
 }

@@ -19,7 +19,7 @@ protected:
 /// Keeps an owner busy for as long as it lives. The owner may be null: then nothing is kept.
 class MeroBusyScope {
 public:
-    explicit MeroBusyScope(MeroBusyOwner* owner) : owner(owner) {
+    explicit MeroBusyScope(MeroBusyOwner* busyOwner) : owner(busyOwner) {
         if (owner != nullptr) {
             owner->enterBusy();
         }

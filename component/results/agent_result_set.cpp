@@ -163,6 +163,10 @@ bool MeroAgentResultSet::showsValues(bool ignoreShowFlag) const {
     return (showResult || ignoreShowFlag) && (resultKind == ResultKindNumber || resultKind == ResultKindTime);
 }
 
+bool MeroAgentResultSet::isShown(bool scaledDisplay) const {
+    return (hasObjectResults(false) || hasHistory(false)) && (scaledDisplay || valueType != ValueTypeScaled);
+}
+
 void MeroAgentResultSet::getObjectIds(ISortedSet<MeroId>& objects) const {
     objects.clear();
     objects.insertRange(objectIds.begin(), objectIds.end());

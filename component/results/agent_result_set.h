@@ -65,6 +65,9 @@ public:
 
     [[nodiscard]] bool hasHistory(bool ignoreShowFlag) const;
     [[nodiscard]] bool hasObjectResults(bool ignoreShowFlag) const;
+    /// Whether a display takes the set: values or a history that may be shown, and scaled values in a scaled
+    /// display alone.
+    [[nodiscard]] bool isShown(bool scaledDisplay) const;
     /// All objects that have been measured.
     void getObjectIds(ISortedSet<MeroId>& objects) const;
     void getItemKeys(ISortedSet<MeroId>& keys) const;

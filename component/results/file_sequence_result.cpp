@@ -201,6 +201,13 @@ bool MeroFileSequenceResult::addEntry(double value, double time, MeroId measured
     return true;
 }
 
+void MeroFileSequenceResult::rewind() {
+    if (!writing) {
+        file.reset();
+        rewindPending = true;
+    }
+}
+
 bool MeroFileSequenceResult::getNext(MeroSequenceEntry& entry) {
     if (writing) {
         return false;

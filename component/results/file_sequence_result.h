@@ -25,6 +25,7 @@ public:
     bool addEntry(double value, double time, MeroId measuredObject) override;
     /// A file can't be read while it is being written. A box tells of a failing read.
     bool getNext(MeroSequenceEntry& entry) override;
+    void rewind() override;
 
 private:
     struct FileCloser {

@@ -2,6 +2,14 @@
 
 #include "component/host/sv_string.h"
 
+/// Form of a result view.
+enum MeroDisplayKind : int {
+    DisplayNothing = 1,
+    DisplayDetail = 2,   ///< a row for every path
+    DisplayTotal = 3,    ///< a row for every object, its values added up
+    DisplayHistory = 4,  ///< curves over time
+};
+
 /// How a super agent's results are displayed: extremes, sum and grouping, each with whether its control is
 /// shown and may be changed.
 struct MeroResultOptions {

@@ -22,6 +22,8 @@ public:
     virtual bool addEntry(double value, double time, MeroId measuredObject) = 0;
     /// Next reading of a pass; false at its end, after which the next call begins a new pass.
     virtual bool getNext(MeroSequenceEntry& entry) = 0;
+    /// The next reading is the first one, wherever the pass before stopped.
+    virtual void rewind() { rewindPending = true; }
     [[nodiscard]] virtual bool isWriting() const { return true; }
     virtual bool openForWriting([[maybe_unused]] const SV::String& header) { return true; }
     virtual bool closeForReading() { return true; }
@@ -55,7 +57,6 @@ public:
 
     bool addEntry(double value, double time, MeroId measuredObject) override;
     bool getNext(MeroSequenceEntry& entry) override;
-    void rewind() { rewindPending = true; }
     void clear();
 
 private:
