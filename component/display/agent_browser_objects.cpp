@@ -1,5 +1,8 @@
 #include "component/display/agent_browser_objects.h"
 
+#include <cmath>
+#include <limits>
+
 #include "component/host/basic_services.h"
 #include "component/host/core_variables.h"
 #include "component/host/repository.h"
@@ -12,8 +15,9 @@ MeroAgentBrowserObjects::Row* MeroAgentBrowserObjects::findRow(MeroPathView path
     return found != rowIndex.end() ? found->second.get() : nullptr;
 }
 
-bool MeroAgentBrowserObjects::setCell(int column, MeroPathView path, const SV::String& text,
-                                      const SV::String& emptyCellText) {
+const MeroAgentBrowserObjects::Row* MeroAgentBrowserObjects::fillCell(int column, MeroPathView path,
+                                                                      const SV::String& text,
+                                                                      const SV::String& emptyCellText) {
     const Row* row = findRow(path);
     if (row == nullptr) {
         row = createRow(path, emptyCellText);
@@ -21,9 +25,47 @@ bool MeroAgentBrowserObjects::setCell(int column, MeroPathView path, const SV::S
     int rowNumber = 0;
     if (row == nullptr || !getRowNum(row->rowId, rowNumber)) {
         displayErrorMessage("aeadsply", __LINE__);
-        return false;
+        return nullptr;
     }
-    return replaceField(text, rowNumber - 1, column, 1);
+    return replaceField(text, rowNumber - 1, column, 1) ? row : nullptr;
+}
+
+bool MeroAgentBrowserObjects::setCell(int column, MeroPathView path, const SV::String& text,
+                                      const SV::String& emptyCellText) {
+    return fillCell(column, path, text, emptyCellText) != nullptr;
+}
+
+bool MeroAgentBrowserObjects::setCell(int column, MeroPathView path, const SV::String& text,
+                                      const SV::String& emptyCellText, double number) {
+    const Row* const row = fillCell(column, path, text, emptyCellText);
+    if (row != nullptr) {
+        setNumber(row->rowId, column, number);
+    }
+    return row != nullptr;
+}
+
+void MeroAgentBrowserObjects::setNumber(MeroId rowId, int column, double number) {
+    const auto columns = static_cast<std::size_t>(getNumberOfColumns());
+    const std::size_t rowEnd = static_cast<std::size_t>(rowId) * columns;
+    if (numbers.size() < rowEnd) {
+        numbers.resize(rowEnd, std::numeric_limits<double>::quiet_NaN());
+    }
+    numbers[rowEnd - columns + static_cast<std::size_t>(column) - 1] = number;
+}
+
+std::optional<double> MeroAgentBrowserObjects::getNumber(int row, int column) const {
+    const auto columns = static_cast<std::size_t>(getNumberOfColumns());
+    const std::size_t rowEnd = static_cast<std::size_t>(getRowId(row)) * columns;
+    if (rowEnd > numbers.size()) {
+        return std::nullopt;
+    }
+    const double number = numbers[rowEnd - columns + static_cast<std::size_t>(column) - 1];
+    return std::isfinite(number) ? std::optional<double>(number) : std::nullopt;
+}
+
+MeroId MeroAgentBrowserObjects::getObjectOfRow(int row) const {
+    const auto rowId = static_cast<std::size_t>(getRowId(row));
+    return rowId <= objectOfRow.size() ? objectOfRow[rowId - 1] : MeroNoId;
 }
 
 MeroAgentBrowserObjects::Row* MeroAgentBrowserObjects::createRow(MeroPathView path,
@@ -51,6 +93,7 @@ MeroAgentBrowserObjects::Row* MeroAgentBrowserObjects::createRow(MeroPathView pa
     if (!addRow(parent != nullptr ? parent->rowId : NoParent, row->rowId, cells)) {
         return nullptr;
     }
+    objectOfRow.push_back(path.empty() ? MeroNoId : path.back());
     Row* const made = row.get();
     rowIndex.emplace(made->path, std::move(row));
     return made;

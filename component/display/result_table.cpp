@@ -1,3 +1,4 @@
+#include <optional>
 #include <unordered_map>
 
 #include "component/host/basic_services.h"
@@ -78,7 +79,7 @@ public:
 
 private:
     bool addCell(MeroPathView path, double value, const MeroDoubleResult& result) {
-        if (!objects.setCell(number, path, column.format(value), emptyCell())) {
+        if (!objects.setCell(number, path, column.format(value), emptyCell(), value)) {
             displayErrorMessage("aeadsply", __LINE__);
             return false;
         }
@@ -115,14 +116,29 @@ std::vector<const MeroDoubleResult*> resultsByObject(MeroAgentResultSet& set) {
     return ordered;
 }
 
-template <class CellText>
+void appendSeparator(MeroAgentBrowserObjects& objects, const std::vector<Column>& columns) {
+    objects.addRow(MeroShrinkExpandBrowserObjects::NoParent, objects.getNumberOfRows() + 1,
+                   std::vector<SV::String>(columns.size() + 1));
+}
+
+/// `valueOf` gives nothing for a column without such a value.
+template <class ValueOf>
 void appendRow(MeroAgentBrowserObjects& objects, const SV::String& label, const std::vector<Column>& columns,
-               CellText cellText) {
+               ValueOf valueOf) {
     std::vector<SV::String> cells{label};
     for (const Column& column : columns) {
-        cells.push_back(cellText(column));
+        const std::optional<double> value = valueOf(column);
+        cells.push_back(value ? column.format(*value) : emptyCell());
     }
-    objects.addRow(MeroShrinkExpandBrowserObjects::NoParent, objects.getNumberOfRows() + 1, cells);
+    const MeroId rowId = objects.getNumberOfRows() + 1;
+    objects.addRow(MeroShrinkExpandBrowserObjects::NoParent, rowId, cells);
+    int number = 0;
+    for (const Column& column : columns) {
+        ++number;
+        if (const std::optional<double> value = valueOf(column)) {
+            objects.setNumber(rowId, number, *value);
+        }
+    }
 }
 
 }  // namespace
@@ -159,18 +175,18 @@ bool MeroAgentResultWindows::fillBrowser(MeroAgentBrowserObjects& objects, MeroD
         return true;
     }
     if (options.sumChecked || options.extremeChecked) {
-        appendRow(objects, {}, columns, [](const Column&) { return SV::String(); });
+        appendSeparator(objects, columns);
     }
     if (options.sumChecked) {
         appendRow(objects, SV::String(SumLabel), columns, [](const Column& column) {
-            return column.sum == NoSum ? emptyCell() : column.format(column.sum);
+            return column.sum == NoSum ? std::nullopt : std::optional<double>(column.sum);
         });
     }
     if (options.extremeChecked) {
         appendRow(objects, SV::String(MinimumLabel), columns,
-                  [](const Column& column) { return column.format(column.minimum); });
+                  [](const Column& column) { return std::optional<double>(column.minimum); });
         appendRow(objects, SV::String(MaximumLabel), columns,
-                  [](const Column& column) { return column.format(column.maximum); });
+                  [](const Column& column) { return std::optional<double>(column.maximum); });
     }
     return true;
 }

@@ -85,6 +85,31 @@ TEST_F(ResultTable, SumsLeaveOutWhatIsNotSummableExtremesDoNot) {
                                         std::string(SV::String(SV::ResId(0x2004F46)).view()) + "|40|1"}));
 }
 
+TEST_F(ResultTable, NumbersAndObjectsBehindTheTextsAreKept) {
+    MeroAgentResultSet count(ResultKindNumber, "Count", ValueTypeAbsolute, true, 1, ResultModeSum);
+    MeroAgentResultSet time(ResultKindTime, "Time", ValueTypeSingle, true, 1, ResultModeSum);
+    add(count, {order, ship}, 2.0, 1);
+    add(time, {order, ship}, 90.25, 0);
+    MeroAgentResultWindows windows(owner);
+    MeroResultOptions options;
+    options.sumChecked = true;
+    windows.setOptions(options);
+    MeroAgentBrowserObjects objects;
+    ASSERT_TRUE(windows.fillBrowser(objects, DisplayDetail, isEmpty, {&count, &time}, 2.0));
+    // Rows: order, ship, separator, sum, minimum, maximum.
+    ASSERT_EQ(objects.getNumberOfRows(), 6);
+    EXPECT_EQ(objects.getObjectOfRow(0), order);
+    EXPECT_EQ(objects.getObjectOfRow(1), ship);
+    EXPECT_EQ(objects.getObjectOfRow(3), MeroNoId);
+    EXPECT_FALSE(objects.getNumber(0, 1).has_value());
+    EXPECT_EQ(objects.getNumber(1, 1), 2.0);
+    EXPECT_EQ(objects.getNumber(1, 2), 180.5);
+    EXPECT_FALSE(objects.getNumber(2, 1).has_value());
+    EXPECT_EQ(objects.getNumber(3, 1), 2.0);
+    EXPECT_FALSE(objects.getNumber(3, 2).has_value());
+    EXPECT_EQ(objects.getNumber(5, 2), 180.5);
+}
+
 TEST_F(ResultTable, ATrueSumOfMinusOneIsTakenForNone) {
     MeroAgentResultSet set(ResultKindNumber, "Count", ValueTypeSingle, true, 1, ResultModeSum);
     add(set, {order}, -3.0, 1);
