@@ -46,6 +46,7 @@ void BpmnFlowWriter::describeFlow(const BpmnFlow& flow, MeroId relation) {
     };
     set("BPMN identifier", flow.id);
     set("Condition", condition);
+    set("Label", flow.name);
     if (const auto points = file.waypoints.find(flow.id); points != file.waypoints.end()) {
         set("Waypoints", points->second);
     }

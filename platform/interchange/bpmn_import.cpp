@@ -14,6 +14,7 @@
 #include "platform/interchange/bpmn_node_writer.h"
 #include "platform/interchange/bpmn_notes.h"
 #include "platform/interchange/bpmn_reader.h"
+#include "platform/interchange/bpmn_swimlane_writer.h"
 #include "platform/interchange/document_refused.h"
 #include "platform/interchange/embedded_parameters.h"
 #include "platform/interchange/name_rules.h"
@@ -45,7 +46,8 @@ public:
           notes(document, importReport),
           identifiers(readFile, notes),
           nodeWriter(readFile, target, writer, notes),
-          flowWriter(readFile, identifiers, writer, notes) {}
+          flowWriter(readFile, identifiers, writer, notes),
+          swimlaneWriter(readFile, identifiers, writer) {}
 
     void import() {
         findCallTargets();
@@ -155,6 +157,7 @@ private:
             }
         }
         flowWriter.writeFlows(*scope.scope, nodes);
+        swimlaneWriter.write(*scope.scope, model);
         noteOthers(*scope.scope);
     }
 
@@ -252,6 +255,7 @@ private:
     BpmnIdentifiers identifiers;
     BpmnNodeWriter nodeWriter;
     BpmnFlowWriter flowWriter;
+    BpmnSwimlaneWriter swimlaneWriter;
     std::set<std::string> reservedNames;
     std::vector<std::pair<const BpmnScope*, std::string>> processNames;
     std::unordered_map<std::string, std::string> modelOfProcess;

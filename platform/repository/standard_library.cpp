@@ -36,6 +36,9 @@ enum ClassId : MeroId {
     Variable = 121,
     ProcessAgentBase = 122,
     ProcessAgent = 123,
+    Swimlane = 124,
+    Pool = 125,
+    Lane = 126,
 
     Executive = 201,
     Worker = 202,
@@ -111,6 +114,7 @@ enum AttributeId : MeroId {
     FlowCondition = 602,
     FlowDefault = 603,
     FlowWaypoints = 604,
+    FlowLabel = 605,
 };
 
 constexpr auto NoTime = "00:000:00:00:00";
@@ -198,6 +202,7 @@ std::vector<Library::Attribute> attributeTable() {
         text(FlowCondition, "Condition"),
         integer(FlowDefault, "Default"),
         text(FlowWaypoints, "Waypoints"),
+        text(FlowLabel, "Label"),
     };
 }
 
@@ -252,6 +257,11 @@ std::vector<Library::Class> classTable() {
                      {ProcessAgentCalendar, ProcessAgentObjects, ProcessAgentDefinition, ProcessAgentResults,
                       ProcessAgentInfoText},
                      !Abstract, Agent),
+        // Parts of the drawing, without a part in a run.
+        processClass(Swimlane, "Swimlane", MeroNoId, {InstanceName, BpmnElement, BpmnIdentifier, Bounds},
+                     Abstract),
+        processClass(Pool, "Pool", Swimlane),
+        processClass(Lane, "Lane", Swimlane),
 
         environmentClass(Executive, "Executive", MeroNoId, {InstanceName}, Abstract),
         environmentClass(Worker, "Worker", Executive,
@@ -279,7 +289,7 @@ std::vector<Library::RelationClass> relationClassTable() {
          FlowNode,
          FlowNode,
          ProcessLibrary,
-         {FlowProbability, FlowCondition, FlowDefault, FlowWaypoints, BpmnIdentifier}},
+         {FlowProbability, FlowCondition, FlowDefault, FlowWaypoints, BpmnIdentifier, FlowLabel}},
         {MessageFlow, "Message flow", FlowNode, FlowNode, ProcessLibrary, {}},
         {AttachedTo, "Attached to", IntermediateEvent, FlowNode, ProcessLibrary, {}},
         {HasRole, "Has role", Worker, Role, EnvironmentLibrary, {}},

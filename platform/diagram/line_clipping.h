@@ -1,0 +1,13 @@
+#pragma once
+
+#include "platform/diagram/process_diagram.h"
+
+namespace mero {
+
+/// Whether a point lies inside of a shape as it is drawn: events are ellipses, gateways diamonds.
+[[nodiscard]] bool isInside(const DiagramShape& shape, const DrawPoint& point);
+
+/// Takes away what of a line lies inside of the shapes at its ends, so that arrows end at borders.
+void clipAtEnds(DrawLine& line, const DiagramShape& from, const DiagramShape& to);
+
+}  // namespace mero
