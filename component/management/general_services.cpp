@@ -1,5 +1,6 @@
 #include "component/management/general_services.h"
 
+#include <algorithm>
 #include <string>
 
 #include "component/host/basic_services.h"
@@ -242,11 +243,11 @@ SV::String& doubleToIntegerText(SV::String& text, double value) {
 
 bool findDuplicates(const std::vector<SV::String>& names, ISortedSet<SV::String>& duplicates) {
     duplicates.clear();
-    ISortedSet<SV::String> seen;
-    for (const SV::String& name : names) {
-        if (!seen.insert(name)) {
-            duplicates.insert(name);
-        }
+    std::vector<SV::String> sorted = names;
+    std::ranges::sort(sorted);
+    for (auto twice = std::ranges::adjacent_find(sorted); twice != sorted.end();
+         twice = std::adjacent_find(std::next(twice), sorted.end())) {
+        duplicates.insert(*twice);
     }
     return duplicates.empty();
 }

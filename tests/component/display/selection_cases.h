@@ -1,0 +1,12 @@
+#pragma once
+
+#include "tests/platform/toolkit/toolkit_cases.h"
+
+namespace mero::test {
+
+// Uses of the dialogs around the selection of results, for every way to drive them.
+
+[[nodiscard]] std::vector<ToolkitCase> timeScopeCases();
+[[nodiscard]] std::vector<ToolkitCase> diagramStartCases();
+
+}  // namespace mero::test
