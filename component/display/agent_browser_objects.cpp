@@ -1,5 +1,6 @@
 #include "component/display/agent_browser_objects.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -7,41 +8,51 @@
 #include "component/host/core_variables.h"
 #include "component/host/repository.h"
 
+namespace {
+
+/// In pixels: half of the window that a table opens in.
+constexpr int WidestColumn = 360;
+
+}  // namespace
+
 MeroAgentBrowserObjects::MeroAgentBrowserObjects() = default;
 MeroAgentBrowserObjects::~MeroAgentBrowserObjects() = default;
 
-MeroAgentBrowserObjects::Row* MeroAgentBrowserObjects::findRow(MeroPathView path) {
-    const auto found = rowIndex.find(path);
-    return found != rowIndex.end() ? found->second.get() : nullptr;
+MeroAgentBrowserObjects::RowKey MeroAgentBrowserObjects::keyOf(RowHandle parent, MeroId id) {
+    constexpr int BitsOfId = 32;
+    return (static_cast<RowKey>(parent) << BitsOfId) | static_cast<std::uint32_t>(id);
 }
 
-const MeroAgentBrowserObjects::Row* MeroAgentBrowserObjects::fillCell(int column, MeroPathView path,
-                                                                      const SV::String& text,
-                                                                      const SV::String& emptyCellText) {
-    const Row* row = findRow(path);
-    if (row == nullptr) {
-        row = createRow(path, emptyCellText);
+MeroAgentBrowserObjects::RowHandle MeroAgentBrowserObjects::fillCell(int column, MeroPathView path,
+                                                                     const SV::String& text,
+                                                                     const SV::String& emptyCellText) {
+    static constexpr MeroId Unknown[] = {MeroNoId};
+    RowHandle row = NoRow;
+    for (const MeroId id : path.empty() ? MeroPathView(Unknown) : path) {
+        row = findOrCreateRow(row, id, emptyCellText);
+        if (row == NoRow) {
+            break;
+        }
     }
-    int rowNumber = 0;
-    if (row == nullptr || !getRowNum(row->rowId, rowNumber)) {
+    if (row == NoRow || !replaceFieldOf(row, column, text)) {
         displayErrorMessage("aeadsply", __LINE__);
-        return nullptr;
+        return NoRow;
     }
-    return replaceField(text, rowNumber - 1, column, 1) ? row : nullptr;
+    return row;
 }
 
 bool MeroAgentBrowserObjects::setCell(int column, MeroPathView path, const SV::String& text,
                                       const SV::String& emptyCellText) {
-    return fillCell(column, path, text, emptyCellText) != nullptr;
+    return fillCell(column, path, text, emptyCellText) != NoRow;
 }
 
 bool MeroAgentBrowserObjects::setCell(int column, MeroPathView path, const SV::String& text,
                                       const SV::String& emptyCellText, double number) {
-    const Row* const row = fillCell(column, path, text, emptyCellText);
-    if (row != nullptr) {
-        setNumber(row->rowId, column, number);
+    const RowHandle row = fillCell(column, path, text, emptyCellText);
+    if (row != NoRow) {
+        setNumber(rowIdOf(row), column, number);
     }
-    return row != nullptr;
+    return row != NoRow;
 }
 
 void MeroAgentBrowserObjects::setNumber(MeroId rowId, int column, double number) {
@@ -68,49 +79,80 @@ MeroId MeroAgentBrowserObjects::getObjectOfRow(int row) const {
     return rowId <= objectOfRow.size() ? objectOfRow[rowId - 1] : MeroNoId;
 }
 
-MeroAgentBrowserObjects::Row* MeroAgentBrowserObjects::createRow(MeroPathView path,
-                                                                 const SV::String& emptyCellText) {
-    Row* parent = nullptr;
-    if (path.size() >= 2) {
-        const MeroPathView parentPath = path.first(path.size() - 1);
-        parent = findRow(parentPath);
-        if (parent == nullptr) {
-            parent = createRow(parentPath, emptyCellText);
-        }
-        if (parent == nullptr) {
-            displayErrorMessage("aeadsply", __LINE__);
-            return nullptr;
-        }
+MeroAgentBrowserObjects::RowHandle MeroAgentBrowserObjects::findOrCreateRow(RowHandle parent, MeroId id,
+                                                                            const SV::String& emptyCellText) {
+    const RowKey key = keyOf(parent, id);
+    if (const RowHandle* const known = rowIndex.find(key)) {
+        return *known;
     }
-    const int number = parent != nullptr ? parent->nextChildNumber++ : nextRootNumber++;
-    auto row = std::make_unique<Row>(Row{MeroPath(path.begin(), path.end()), getNumberOfRows() + 1,
-                                         (parent != nullptr ? parent->numberText : SV::String()) +
-                                             SV::String(std::int32_t{number}) + SV::String("."),
-                                         1});
+    const auto row = static_cast<RowHandle>(getNumberOfRows());
+    rowNumbers.resize(row + std::size_t{1});
+    int& nextNumber = parent != NoRow ? rowNumbers[parent].nextChildNumber : nextRootNumber;
+    rowNumbers[row] = {parent, nextNumber++, 1};
+    std::string label;
+    appendNumberText(row, label);
+    label += ' ';
+    label += labelOf(id).view();
     std::vector<SV::String> cells(static_cast<std::size_t>(getNumberOfColumns()) + 1, emptyCellText);
-    cells.front() =
-        row->numberText + SV::String(" ") + (path.empty() ? SV::String("?") : labelOf(path.back()));
-    if (!addRow(parent != nullptr ? parent->rowId : NoParent, row->rowId, cells)) {
-        return nullptr;
+    cells.front() = label;
+    if (!addRow(parent != NoRow ? rowIdOf(parent) : NoParent, rowIdOf(row), cells)) {
+        return NoRow;
     }
-    objectOfRow.push_back(path.empty() ? MeroNoId : path.back());
-    Row* const made = row.get();
-    rowIndex.emplace(made->path, std::move(row));
-    return made;
+    objectOfRow.resize(row + std::size_t{1});
+    objectOfRow[row] = id;
+    rowIndex.add(key, row);
+    return row;
+}
+
+void MeroAgentBrowserObjects::appendNumberText(RowHandle row, std::string& text) const {
+    const RowNumber& place = rowNumbers[row];
+    if (place.parent != NoRow) {
+        appendNumberText(place.parent, text);
+    }
+    text += std::to_string(place.number);
+    text += '.';
 }
 
 void MeroAgentBrowserObjects::clearRowIndex() {
-    rowIndex.clear();
-    labels.clear();
+    rowIndex = {};
+    rowNumbers = {};
+    labels = {};
     nextRootNumber = 1;
 }
 
 const SV::String& MeroAgentBrowserObjects::labelOf(MeroId id) {
-    const auto [place, isNew] = labels.try_emplace(id);
-    if (isNew) {
-        place->second = getObjectLabel(id);
+    if (const SV::String* const known = labels.find(id)) {
+        return *known;
     }
-    return place->second;
+    return labels.add(id, getObjectLabel(id));
+}
+
+bool MeroAgentBrowserObjects::adjustColumn(int column) {
+    return MeroShrinkExpandBrowserObjects::adjustColumn(column) &&
+           setColumnWidth(column, std::min(getColumnWidth(column), WidestColumn));
+}
+
+void MeroAgentBrowserObjects::adjustAllColumns() {
+    for (int column = 0; column <= getNumberOfColumns(); ++column) {
+        adjustColumn(column);
+    }
+}
+
+void MeroAgentBrowserObjects::doLeftClick(int row, int column) {
+    MeroShrinkExpandBrowserObjects::doLeftClick(row, column);
+    adjustColumn(0);
+}
+
+bool MeroAgentBrowserObjects::expandAll() {
+    const bool isDone = MeroShrinkExpandBrowserObjects::expandAll();
+    adjustAllColumns();
+    return isDone;
+}
+
+bool MeroAgentBrowserObjects::shrinkAll() {
+    const bool isDone = MeroShrinkExpandBrowserObjects::shrinkAll();
+    adjustAllColumns();
+    return isDone;
 }
 
 SV::String MeroAgentBrowserObjects::getObjectLabel(MeroId id) {

@@ -1,12 +1,13 @@
 #pragma once
 
-#include <memory>
+#include <cstdint>
 #include <optional>
-#include <unordered_map>
+#include <string>
 #include <vector>
 
 #include "component/host/browser_objects.h"
 
+#include "component/results/keyed_table.h"
 #include "component/results/result_item.h"
 
 /// The table of numeric results: one column for each measure, one row for each path of objects; the tree of
@@ -35,24 +36,41 @@ public:
     /// doesn't tell.
     [[nodiscard]] static SV::String getObjectLabel(MeroId id);
 
-private:
-    struct Row {
-        MeroPath path;
-        MeroId rowId;
-        SV::String numberText;
-        int nextChildNumber;
-    };
-    [[nodiscard]] Row* findRow(MeroPathView path);
-    /// Null if the cell's row can't be found or made, or has no such cell.
-    const Row* fillCell(int column, MeroPathView path, const SV::String& text,
-                        const SV::String& emptyCellText);
-    /// Null if the row can't be made.
-    Row* createRow(MeroPathView path, const SV::String& emptyCellText);
-    [[nodiscard]] const SV::String& labelOf(MeroId id);
+    // Views of the table
 
-    std::unordered_map<MeroPath, std::unique_ptr<Row>, MeroPathHash, MeroPathEqual> rowIndex;
-    std::unordered_map<MeroId, SV::String> labels;
-    std::vector<MeroId> objectOfRow;  ///< by row identifier, from 1
-    std::vector<double> numbers;      ///< by row identifier and column, not-a-number for none
+    /// As wide as its texts, up to a limit, so that no column takes the room of all others.
+    bool adjustColumn(int column) override;
+    void doLeftClick(int row, int column) override;
+    bool expandAll() override;
+    bool shrinkAll() override;
+
+private:
+    static constexpr RowHandle NoRow = static_cast<RowHandle>(-1);
+    /// Place of a row among its brothers.
+    struct RowNumber {
+        RowHandle parent = NoRow;
+        int number = 0;
+        int nextChildNumber = 1;
+    };
+    /// Parent and last object of a path.
+    using RowKey = std::uint64_t;
+    static RowKey keyOf(RowHandle parent, MeroId id);
+    static MeroId rowIdOf(RowHandle row) { return static_cast<MeroId>(row + 1); }
+
+    /// `NoRow`, and an internal error, if the cell isn't there and can't be made.
+    RowHandle fillCell(int column, MeroPathView path, const SV::String& text,
+                       const SV::String& emptyCellText);
+    /// `NoRow` if the row isn't there and can't be made.
+    RowHandle findOrCreateRow(RowHandle parent, MeroId id, const SV::String& emptyCellText);
+    /// "1.2." of the second row below the first.
+    void appendNumberText(RowHandle row, std::string& text) const;
+    [[nodiscard]] const SV::String& labelOf(MeroId id);
+    void adjustAllColumns();
+
+    MeroKeyedTable<RowKey, RowHandle> rowIndex;
+    std::vector<RowNumber> rowNumbers;  ///< by handle
+    MeroKeyedTable<MeroId, SV::String> labels;
+    std::vector<MeroId> objectOfRow;  ///< by handle
+    std::vector<double> numbers;      ///< by handle and column, not-a-number for none
     int nextRootNumber = 1;
 };

@@ -100,8 +100,11 @@ public:
     /// Null while no control shows the table.
     [[nodiscard]] MeroBrowser* getBrowser() const;
 
-    /// Rows by handle, for peers: a number that never changes, 0 for the row that was made first.
+    /// Rows by handle: a number that never changes, 0 for the row that was made first, 1 for the next. Costs
+    /// no search, whatever the order of the table.
     using RowHandle = std::uint32_t;
+    /// As `replaceField`. False for a row or column that isn't there.
+    bool replaceFieldOf(RowHandle handle, int column, const SV::String& text);
     /// Handles of the rows that aren't below a shrunk one, in the order of the table, or sorted by a column
     /// among brothers: numbers and times by value, then texts; summary rows stay last. `sortColumn` -1 sorts
     /// nothing.

@@ -48,7 +48,7 @@ public:
     Item& add(const Key& key, Item item) {
         entries.push_back(Entry{key, std::move(item)});
         leaveHint(entries.size() - 1);
-        if (!slots.empty() && entries.size() * 2 <= slots.size()) {
+        if (!slotTable.empty() && entries.size() * 2 <= slotTable.size()) {
             place(entries.size() - 1);
         } else if (entries.size() > LinearLimit) {
             rebuildIndex();
@@ -62,13 +62,13 @@ public:
         if (position == Missing) {
             return false;
         }
-        if (!slots.empty()) {
+        if (!slotTable.empty()) {
             unplace(position);
         }
         const std::size_t last = entries.size() - 1;
         if (position != last) {
-            if (!slots.empty()) {
-                slots[slotOf(last)].position = static_cast<std::uint32_t>(position + 1);
+            if (!slotTable.empty()) {
+                slotTable[slotOf(last)].position = static_cast<std::uint32_t>(position + 1);
             }
             entries[position] = std::move(entries[last]);
             leaveHint(position);
@@ -80,7 +80,7 @@ public:
     /// Keeps the memory.
     void clear() {
         entries.clear();
-        std::fill(slots.begin(), slots.end(), Slot{});
+        std::fill(slotTable.begin(), slotTable.end(), Slot{});
     }
 
     /// Brings the entries into the order of `less(key, key)`; costs only a look if they are in order already.
@@ -93,7 +93,7 @@ public:
             return;
         }
         std::sort(entries.begin(), entries.end(), byKey);
-        if (!slots.empty()) {
+        if (!slotTable.empty()) {
             rebuildIndex();
         }
     }
@@ -123,10 +123,10 @@ private:
     [[nodiscard]] static std::uint32_t hashOf(const Key& key) {
         return static_cast<std::uint32_t>(spreadHashOf(key) >> 32);
     }
-    [[nodiscard]] std::size_t next(std::size_t slot) const { return (slot + 1) & (slots.size() - 1); }
+    [[nodiscard]] std::size_t next(std::size_t slot) const { return (slot + 1) & (slotTable.size() - 1); }
 
     [[nodiscard]] std::size_t positionOf(const Key& key) const {
-        if (slots.empty()) {
+        if (slotTable.empty()) {
             for (std::size_t position = 0; position < entries.size(); ++position) {
                 if (entries[position].key == key) {
                     return position;
@@ -160,16 +160,16 @@ private:
     }
     [[nodiscard]] std::size_t positionByHash(const Key& key) const {
         const std::uint32_t hash = hashOf(key);
-        for (std::size_t slot = homeOf(hash); slots[slot].position != 0; slot = next(slot)) {
-            if (slots[slot].hash == hash && entries[slots[slot].position - 1].key == key) {
-                return slots[slot].position - 1;
+        for (std::size_t slot = homeOf(hash); slotTable[slot].position != 0; slot = next(slot)) {
+            if (slotTable[slot].hash == hash && entries[slotTable[slot].position - 1].key == key) {
+                return slotTable[slot].position - 1;
             }
         }
         return Missing;
     }
     [[nodiscard]] std::size_t slotOf(std::size_t position) const {
         std::size_t slot = homeOf(hashOf(entries[position].key));
-        while (slots[slot].position != position + 1) {
+        while (slotTable[slot].position != position + 1) {
             slot = next(slot);
         }
         return slot;
@@ -177,38 +177,38 @@ private:
     void place(std::size_t position) {
         const std::uint32_t hash = hashOf(entries[position].key);
         std::size_t slot = homeOf(hash);
-        while (slots[slot].position != 0) {
+        while (slotTable[slot].position != 0) {
             slot = next(slot);
         }
-        slots[slot] = {static_cast<std::uint32_t>(position + 1), hash};
+        slotTable[slot] = {static_cast<std::uint32_t>(position + 1), hash};
     }
     /// Closes the gap that the slot of `position` leaves, so that searches need no marks for erased entries.
     void unplace(std::size_t position) {
-        const std::size_t mask = slots.size() - 1;
+        const std::size_t mask = slotTable.size() - 1;
         std::size_t gap = slotOf(position);
-        for (std::size_t slot = next(gap); slots[slot].position != 0; slot = next(slot)) {
-            const std::size_t home = homeOf(slots[slot].hash);
+        for (std::size_t slot = next(gap); slotTable[slot].position != 0; slot = next(slot)) {
+            const std::size_t home = homeOf(slotTable[slot].hash);
             if (((slot - home) & mask) >= ((slot - gap) & mask)) {
-                slots[gap] = slots[slot];
+                slotTable[gap] = slotTable[slot];
                 gap = slot;
             }
         }
-        slots[gap] = {};
+        slotTable[gap] = {};
     }
     void rebuildIndex() {
         const std::size_t wanted = std::bit_ceil(entries.size() * 3);
-        if (slots.size() < wanted) {
-            slots.resize(wanted);
+        if (slotTable.size() < wanted) {
+            slotTable.resize(wanted);
             shift = 32 - std::countr_zero(wanted);
         }
-        std::fill(slots.begin(), slots.end(), Slot{});
+        std::fill(slotTable.begin(), slotTable.end(), Slot{});
         for (std::size_t position = 0; position < entries.size(); ++position) {
             place(position);
         }
     }
 
     Entries entries;
-    std::vector<Slot> slots;  ///< none while there are few entries, else a power of two
+    std::vector<Slot> slotTable;  ///< none while there are few entries, else a power of two
     int shift = 32;
 };
 

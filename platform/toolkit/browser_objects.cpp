@@ -31,10 +31,7 @@ MeroShrinkExpandBrowserObjects::~MeroShrinkExpandBrowserObjects() {
 
 void MeroShrinkExpandBrowserObjects::addColumn(const SV::String& title, int width, int alignment,
                                                [[maybe_unused]] int kind) {
-    impl->columns.push_back({title, {}, {}, width, alignment});
-    for (BrowserRow& row : impl->rows) {
-        row.cells.emplace_back();
-    }
+    impl->columns.push_back({title, {}, std::vector<SV::String>(impl->rows.size()), {}, width, alignment});
     impl->tell({SV::Aspect::Objects});
 }
 
@@ -63,11 +60,10 @@ bool MeroShrinkExpandBrowserObjects::addRow(MeroId parentRowId, MeroId rowId,
         before = impl->order.last();
     }
     impl->order.insertBehind(before);
-    impl->rows.push_back({rowId, isRoot ? 0 : impl->rows[parent].depth + 1, parent, {}, cells});
-    BrowserRow& made = impl->rows.back();
-    made.cells.resize(impl->columns.size());
-    for (std::size_t column = 0; column < made.cells.size(); ++column) {
-        impl->columns[column].noteText(made.cells[column], column == 0 ? made.depth : 0);
+    impl->rows.push_back({rowId, isRoot ? 0 : impl->rows[parent].depth + 1, parent, {}});
+    for (std::size_t column = 0; column < impl->columns.size(); ++column) {
+        impl->columns[column].fields.emplace_back();
+        impl->setField(row, static_cast<int>(column), column < cells.size() ? cells[column] : SV::String());
     }
     (isRoot ? impl->roots : impl->rows[parent].children).push_back(row);
     if (rowId <= 0 || static_cast<RowOrder::Row>(rowId) != row + 1) {
@@ -96,13 +92,17 @@ void MeroShrinkExpandBrowserObjects::setSecondHeader(const SV::String& text) {
 
 bool MeroShrinkExpandBrowserObjects::replaceField(const SV::String& text, int row, int column,
                                                   [[maybe_unused]] int redraw) {
-    BrowserRow* shown = impl->rowShownAt(row);
-    if (shown == nullptr || !impl->hasColumn(column)) {
+    return impl->hasPlace(row) && replaceFieldOf(impl->rowAt(row), column, text);
+}
+
+bool MeroShrinkExpandBrowserObjects::replaceFieldOf(RowHandle handle, int column, const SV::String& text) {
+    if (handle >= impl->rows.size() || !impl->hasColumn(column)) {
         return false;
     }
-    shown->cells[static_cast<std::size_t>(column)] = text;
-    impl->columnAt(column).noteText(text, column == 0 ? shown->depth : 0);
-    impl->tell({SV::Aspect::Field, row, column});
+    impl->setField(handle, column, text);
+    if (impl->browser != nullptr) {
+        impl->tell({SV::Aspect::Field, getRowOf(handle), column});
+    }
     return true;
 }
 
@@ -116,9 +116,8 @@ bool MeroShrinkExpandBrowserObjects::getRowNum(MeroId rowId, int& rowNumber) con
 }
 
 SV::String MeroShrinkExpandBrowserObjects::getField(int row, int column) const {
-    const BrowserRow* shown = impl->rowShownAt(row);
-    return shown != nullptr && impl->hasColumn(column) ? shown->cells[static_cast<std::size_t>(column)]
-                                                       : SV::String();
+    return impl->hasPlace(row) && impl->hasColumn(column) ? getFieldOf(impl->rowAt(row), column)
+                                                          : SV::String();
 }
 
 int MeroShrinkExpandBrowserObjects::getRowDepth(int row) const {
@@ -138,7 +137,7 @@ std::vector<SV::String> MeroShrinkExpandBrowserObjects::getDataColumn(int column
     }
     fields.reserve(impl->rows.size());
     for (std::size_t place = 0; place < impl->rows.size(); ++place) {
-        fields.push_back(impl->rows[impl->order.rowAt(place)].cells[static_cast<std::size_t>(column)]);
+        fields.push_back(impl->columnAt(column).fields[impl->order.rowAt(place)]);
     }
     return fields;
 }
@@ -236,9 +235,10 @@ int MeroShrinkExpandBrowserObjects::findText(const SV::String& text, int from) c
     const auto count = static_cast<int>(impl->rows.size());
     for (int step = 0; step < count; ++step) {
         const int row = (std::max(from, 0) + step) % count;
-        const auto& cells = impl->rowShownAt(row)->cells;
-        if (std::ranges::any_of(
-                cells, [&](const SV::String& each) { return mero::holdsText(each.view(), text.view()); })) {
+        const RowOrder::Row searched = impl->rowAt(row);
+        if (std::ranges::any_of(impl->columns, [&](const BrowserColumn& column) {
+                return mero::holdsText(column.fields[searched].view(), text.view());
+            })) {
             return row;
         }
     }
@@ -264,7 +264,7 @@ std::vector<MeroShrinkExpandBrowserObjects::RowHandle> MeroShrinkExpandBrowserOb
 }
 
 const SV::String& MeroShrinkExpandBrowserObjects::getFieldOf(RowHandle handle, int column) const {
-    return impl->rows[handle].cells[static_cast<std::size_t>(column)];
+    return impl->columns[static_cast<std::size_t>(column)].fields[handle];
 }
 
 int MeroShrinkExpandBrowserObjects::getDepthOf(RowHandle handle) const {

@@ -18,14 +18,14 @@ struct BrowserRow {
     int depth;
     RowOrder::Row parent;  ///< `NoRow` for a root
     std::vector<RowOrder::Row> children;
-    std::vector<SV::String> cells;
     bool expanded = false;
 };
 
 struct BrowserColumn {
     SV::String title;
     SV::String toolTip;
-    SV::String longest;  ///< of all texts that the column has had
+    std::vector<SV::String> fields;  ///< by row, in order of making
+    SV::String longest;              ///< of all texts that the column has had
     int width = 0;
     int alignment = 0;
     int depthOfLongest = 0;
@@ -76,8 +76,13 @@ struct MeroShrinkExpandBrowserObjects::Impl {
 
     /// Null outside the table.
     [[nodiscard]] mero::BrowserRow* rowShownAt(int place) {
-        const bool isInside = place >= 0 && static_cast<std::size_t>(place) < rows.size();
-        return isInside ? &rows[order.rowAt(static_cast<std::size_t>(place))] : nullptr;
+        return hasPlace(place) ? &rows[rowAt(place)] : nullptr;
+    }
+    [[nodiscard]] bool hasPlace(int place) const {
+        return place >= 0 && static_cast<std::size_t>(place) < rows.size();
+    }
+    [[nodiscard]] mero::RowOrder::Row rowAt(int place) const {
+        return order.rowAt(static_cast<std::size_t>(place));
     }
 
     [[nodiscard]] bool hasColumn(int column) const {
@@ -85,6 +90,10 @@ struct MeroShrinkExpandBrowserObjects::Impl {
     }
     [[nodiscard]] mero::BrowserColumn& columnAt(int column) {
         return columns[static_cast<std::size_t>(column)];
+    }
+    void setField(mero::RowOrder::Row row, int column, const SV::String& text) {
+        columnAt(column).fields[row] = text;
+        columnAt(column).noteText(text, column == 0 ? rows[row].depth : 0);
     }
 
     [[nodiscard]] std::vector<mero::RowOrder::Row> allRows() const {

@@ -27,7 +27,7 @@ public:
         std::vector<Entry> entries;
         entries.reserve(count);
         for (std::size_t each = 0; each < count; ++each) {
-            const SV::String& text = table.rows[brothers[each]].cells[sortColumn];
+            const SV::String& text = table.columns[sortColumn].fields[brothers[each]];
             entries.push_back({sortKeyOf(text.view()), &text, brothers[each]});
         }
         std::ranges::stable_sort(entries, [this](const Entry& left, const Entry& right) {
