@@ -6,6 +6,7 @@
 #include "component/host/resource_ids.h"
 #include "component/host/sv_datetime.h"
 
+#include "component/display/agent_diagram_start_dialog.h"
 #include "component/display/agent_result_windows.h"
 
 namespace {
@@ -76,8 +77,16 @@ void MeroAgentBrowserWindow::setHandlers() {
     bindWork(saveButton, [this] { objects->saveIt(this); });
     bindWork(printButton, [this] { objects->printContent(this); });
     bindWork(searchButton, [this] { objects->search(this); });
-    diagramButton.Disable();
+    bindWork(diagramButton, [this] { openDiagramDialog(); });
     browser.SetBusyHdl([this](bool begins) { begins ? enterBusy() : leaveBusy(); });
+}
+
+void MeroAgentBrowserWindow::openDiagramDialog() {
+    bool isUsable = true;
+    MeroAgentDiagramStartDialog dialog(this, *objects, isUsable);
+    if (isUsable) {
+        dialog.Execute();
+    }
 }
 
 void MeroAgentBrowserWindow::enterBusy() {

@@ -35,6 +35,7 @@ private:
 
     void setHeaders(const SV::String& caption);
     void setHandlers();
+    void openDiagramDialog();
 
     MeroAgentResultWindows& windows;
     MeroBusyOwner* busyOwner;  ///< may be null
