@@ -2,8 +2,14 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <span>
 #include <vector>
 
+#include "component/host/core_variables.h"
+#include "component/host/sv_datetime.h"
+
+#include "component/agents/atomar_agent.h"
+#include "component/agents/super_agent.h"
 #include "platform/engine/trace_replay.h"
 
 namespace {
@@ -11,16 +17,38 @@ namespace {
 struct BenchModel {
     MeroId model;
     std::vector<MeroId> tasks;
+    MeroId environment;
+    std::vector<MeroId> workers;
 };
 
-BenchModel makeModel(mero::Repository& repository, std::size_t objects, const std::string& definition) {
+constexpr const char* WholeDays = "CALENDAR DAILY hours:\"00:00-24:00\"";
+
+/// Adds objects of one class, with an attribute each.
+std::vector<MeroId> addObjects(mero::Repository& repository, MeroId model, const mero::Library::Class& type,
+                               std::size_t count, const char* attribute, const SV::String& text) {
+    const MeroId attributeId = repository.library().findAttribute(type.id, attribute)->id;
+    std::vector<MeroId> made;
+    for (std::size_t number = 0; number < count; ++number) {
+        const SV::String name(std::string(type.name) + " " + std::to_string(number));
+        made.push_back(repository.addObject(model, type.id, name).value());
+        (void)repository.setValue(made.back(), attributeId, text);
+    }
+    return made;
+}
+
+BenchModel makeModel(mero::Repository& repository, const RunShape& shape, const std::string& definition) {
     const auto& library = repository.library();
     const auto* const task = library.findClass(ClassCodeProcessLibrary, "Task");
+    const auto* const worker = library.findClass(ClassCodeEnvironmentLibrary, "Worker");
     const auto* const agentClass = library.findClass(ClassCodeProcessLibrary, "Process agent");
-    BenchModel made{repository.addModel("Order", 0, mero::ModelAccess::Write, true).value(), {}};
-    for (std::size_t number = 0; number < objects; ++number) {
-        made.tasks.push_back(
-            repository.addObject(made.model, task->id, SV::String("Task " + std::to_string(number))).value());
+    BenchModel made{
+        repository.addModel("Order", 0, mero::ModelAccess::Write, true).value(), {}, MeroNoId, {}};
+    made.tasks =
+        addObjects(repository, made.model, *task, shape.objects, "Execution time", "00:000:00:10:00");
+    if (shape.workers != 0) {
+        made.environment = repository.addModel("Staff", 1, mero::ModelAccess::Write, true).value();
+        made.workers =
+            addObjects(repository, made.environment, *worker, shape.workers, "Calendar", WholeDays);
     }
     const MeroId agent = repository.addObject(made.model, agentClass->id, "Measures").value();
     const auto setText = [&](const char* name, const SV::String& text) {
@@ -28,6 +56,7 @@ BenchModel makeModel(mero::Repository& repository, std::size_t objects, const st
     };
     setText("Definition", SV::String(definition));
     setText("Objects", "all \"Activity\"");
+    setText("Calendar", WholeDays);
     return made;
 }
 
@@ -38,38 +67,61 @@ public:
 
     void begin(std::size_t number) {
         key = SV::String(std::to_string(number));
+        passKey = key;
         step = 0;
     }
     /// False behind the last event.
     bool next(mero::SimEvent& event) {
-        constexpr std::int32_t passEvents[] = {EventObjectReached, EventWorkStart, EventWorkEnd};
-        const std::size_t passSteps = shape.passes * shape.objects * std::size(passEvents);
+        const std::size_t passSteps = shape.passes * shape.objects * passEvents().size();
         if (step > passSteps + 1) {
             return false;
         }
+        event = {};
         event.mainModelId = model.model;
         event.modelId = model.model;
         event.mainKey = &key;
         event.key = &key;
         if (step == 0 || step == passSteps + 1) {
             event.code = step == 0 ? EventProcessStart : EventProcessEnd;
-            event.objectId = MeroNoId;
-            event.passKey = &mero::NoKey;
         } else {
-            event.code = passEvents[(step - 1) % std::size(passEvents)];
-            event.objectId = model.tasks[(step - 1) / std::size(passEvents) % shape.objects];
-            event.passKey = &key;
+            setPass(event, (step - 1) / passEvents().size(), (step - 1) % passEvents().size());
         }
         ++step;
         return true;
     }
 
 private:
+    [[nodiscard]] std::span<const std::int32_t> passEvents() const {
+        static constexpr std::int32_t Unassigned[] = {EventObjectReached, EventWorkStart, EventWorkEnd};
+        static constexpr std::int32_t Assigned[] = {EventObjectReached, EventExecutiveAssigned,
+                                                    EventWorkStart, EventWorkEnd};
+        return shape.workers == 0 ? std::span<const std::int32_t>(Unassigned) : Assigned;
+    }
+
+    void setPass(mero::SimEvent& event, std::size_t pass, std::size_t eventOfPass) {
+        event.code = passEvents()[eventOfPass];
+        event.objectId = model.tasks[pass % shape.objects];
+        if (shape.workers != 0) {
+            if (eventOfPass == 0) {
+                passKey = SV::String(std::string(key.view()) + "." + std::to_string(pass));
+            }
+            event.executiveId = model.workers[pass % shape.workers];
+            event.assignedExecutiveId = event.executiveId;
+        }
+        event.passKey = &passKey;
+    }
+
     RunShape shape;
     const BenchModel& model;
     SV::String key;
+    SV::String passKey;
     std::size_t step = 0;
 };
+
+/// Ten events happen in a second.
+std::int64_t timeOf(std::size_t event) {
+    return static_cast<std::int64_t>(event / 10);
+}
 
 mero::EventTrace makeTrace(const RunShape& shape, const BenchModel& model) {
     mero::EventTrace trace;
@@ -86,27 +138,32 @@ mero::EventTrace makeTrace(const RunShape& shape, const BenchModel& model) {
             instance.begin(++started);
             instance.next(event);
         }
-        event.time = static_cast<std::int64_t>(trace.size() / 10);
+        event.time = timeOf(trace.size());
         trace.append(event);
     }
     return trace;
 }
 
-void sendCode(mero::ControlComponent& control, std::int32_t code) {
+void sendCode(mero::ControlComponent& control, std::int32_t code, std::int64_t time = 0) {
     mero::SimEvent event;
     event.code = code;
+    event.time = time;
     control.send(event);
 }
 
 }  // namespace
 
 AgentRun::AgentRun(const RunShape& shape, const std::string& definition) {
-    const BenchModel model = makeModel(repository, shape.objects, definition);
+    const BenchModel model = makeModel(repository, shape, definition);
     services = std::make_unique<mero::RepositoryServices>(repository);
     management = std::make_unique<MeroAgentManagement>();
     trace = makeTrace(shape, model);
-    const ISequence<MeroId> attributes{0, 0, 0, 0};
-    if (management->simStart(1, &control, attributes, {model.model}, 0, nullptr, 365.0, 24.0) != StatusOk) {
+    const auto& library = repository.library();
+    const ISequence<MeroId> attributes{
+        library.findAttribute(library.coreVariable(CoreActivity), "Execution time")->id, 0, 0, 0};
+    const SV::DateTime start(SV::Date(5, 1, 2026), SV::Time(0, 0));
+    if (management->simStart(shape.analysis, &control, attributes, {model.model}, model.environment, &start,
+                             365.0, 24.0) != StatusOk) {
         std::fputs("the run of the benchmark doesn't start\n", stderr);
         std::abort();
     }
@@ -117,9 +174,25 @@ AgentRun::~AgentRun() {
 }
 
 void AgentRun::play() {
+    if (wasPlayed) {
+        sendCode(control, EventRestart);
+    }
+    wasPlayed = true;
     sendCode(control, EventRunStart);
     mero::replayTrace(trace, control);
-    sendCode(control, EventRunEnd);
+    sendCode(control, EventRunEnd, timeOf(trace.size()));
+}
+
+std::size_t AgentRun::readResults() {
+    std::size_t values = 0;
+    for (const auto& agent : management->getSuperAgents()) {
+        for (const auto& subAgent : agent->getSubAgents()) {
+            MeroAgentResultSet* const set = subAgent->getResultSet(
+                {.scaled = true, .frequency = 1, .frequencyPeriod = "01:000:00:00:00"});
+            values += set != nullptr ? set->getResults(true).size() : 0;
+        }
+    }
+    return values;
 }
 
 void AgentRun::playFirst(std::size_t count) {

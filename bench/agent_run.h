@@ -16,9 +16,12 @@ struct RunShape {
     std::size_t liveInstances = 1'000;
     std::size_t passes = 3;
     std::size_t objects = 5;
+    int analysis = 1;
+    /// With workers, each pass has a key of its own and is assigned to one of them, in turn.
+    std::size_t workers = 0;
 };
 
-/// A repository with one process of tasks and agents on it, in a run of the path analysis.
+/// A repository with one process of tasks and an agent on it, and a working environment, in one run.
 class AgentRun {
 public:
     /// `definition`: text of the process agent, "AGENT" included.
@@ -27,8 +30,10 @@ public:
     AgentRun& operator=(const AgentRun&) = delete;
     ~AgentRun();
 
-    /// Plays the whole trace, between a start and an end of the run.
+    /// Plays the whole trace, between a start and an end of the run; again after a restart.
     void play();
+    /// Reads the results of all sub-agents; how many values there are.
+    std::size_t readResults();
     /// Plays the first `count` events behind the start of the run.
     void playFirst(std::size_t count);
     [[nodiscard]] std::size_t size() const { return trace.size(); }
@@ -39,4 +44,5 @@ private:
     std::unique_ptr<MeroAgentManagement> management;
     mero::ControlComponent control;
     mero::EventTrace trace;
+    bool wasPlayed = false;
 };

@@ -1,0 +1,112 @@
+#include <benchmark/benchmark.h>
+#include <string>
+#include <vector>
+
+#include "bench/agent_run.h"
+
+namespace {
+
+struct Measure {
+    const char* name;
+    const char* section;
+    int analysis;
+};
+
+/// Every measure in the analysis that it is made for, by main objects and without a history.
+const std::vector<Measure> measures{
+    {"Frequency", "FREQUENCY relative path-analysis volume-analysis wlstatic-analysis", 1},
+    {"CycleTime", "CYCLETIME path-analysis volume-analysis wlstatic-analysis", 1},
+    {"CycleTimeOnCalendarTime", "CYCLETIME path-analysis volume-analysis wlstatic-analysis", 3},
+    {"AverageAttributeSum",
+     "AVGSUM class:\"Task\" attribute:\"Execution time\" attribute-type:time path-analysis volume-analysis "
+     "wlstatic-analysis",
+     1},
+    {"ChangeOfWorker", "RESPCHANGE class:\"Worker\" volume-analysis wlstatic-analysis", 2},
+    {"Strain", "STRAIN class:\"Worker\" volume-analysis", 2},
+    {"WeightedCost", "WWECOST class:\"Worker\" attribute:\"Hourly wages\" volume-analysis", 2},
+    {"UnweightedCost",
+     "UWWECOST class:\"Worker\" attribute:\"Hourly wages\" volume-analysis wlstatic-analysis", 2},
+    {"UnweightedCostOnCalendarTime",
+     "UWWECOST class:\"Worker\" attribute:\"Hourly wages\" volume-analysis wlstatic-analysis", 3},
+    {"WorkLoad", "WORKLOAD class:\"Worker\" wlstatic-analysis", 3},
+};
+
+std::string definitionOf(const Measure& measure) {
+    return std::string("AGENT\n") + measure.section + " name:\"" + measure.name +
+           "\" resultscope:mainobjects";
+}
+
+/// All of them in one agent, and a formula over two; each takes part where its analysis allows.
+std::string definitionOfAll() {
+    std::string text = "AGENT";
+    for (const Measure& measure : measures) {
+        if (std::string(measure.name).find("OnCalendarTime") == std::string::npos) {
+            text += definitionOf(measure).substr(5);
+        }
+    }
+    return text +
+           "\nFORMULA name:\"Formula\" expression:\"N:\\\"CycleTime\\\" / \\\"Frequency\\\"\" path-analysis "
+           "volume-analysis wlstatic-analysis OBSERVED \"CycleTime\" OBSERVED \"Frequency\"";
+}
+
+void play(benchmark::State& state, const RunShape& shape, const std::string& definition) {
+    AgentRun run(shape, definition);
+    for (auto _ : state) {
+        run.play();
+        if (run.readResults() == 0) {
+            state.SkipWithError("nothing was measured");
+        }
+    }
+    state.SetItemsProcessed(static_cast<std::int64_t>(run.size()) * state.iterations());
+}
+
+void AllMeasures(benchmark::State& state) {
+    play(state, {.events = 1'000'000, .analysis = static_cast<int>(state.range(0)), .workers = 50},
+         definitionOfAll());
+}
+BENCHMARK(AllMeasures)->ArgName("analysis")->DenseRange(1, 3)->Unit(benchmark::kMillisecond);
+
+/// One measure by the size of one thing, from a thousand to a million.
+void addSizes(const Measure& measure) {
+    const auto add = [&](const char* what, auto&& shapeOf) {
+        benchmark::RegisterBenchmark((std::string(measure.name) + "/" + what).c_str(),
+                                     [measure, shapeOf](benchmark::State& state) {
+                                         RunShape shape = shapeOf(static_cast<std::size_t>(state.range(0)));
+                                         shape.analysis = measure.analysis;
+                                         shape.workers = 50;
+                                         play(state, shape, definitionOf(measure));
+                                     })
+            ->Unit(benchmark::kMillisecond)
+            ->Arg(1'000)
+            ->Arg(31'000)
+            ->Arg(1'000'000);
+    };
+    add("LiveInstances", [](std::size_t count) {
+        return RunShape{.events = 5'000'000, .liveInstances = count, .passes = 1, .objects = 2};
+    });
+    add("Objects", [](std::size_t count) {
+        return RunShape{.events = 5'000'000, .liveInstances = 1, .passes = 1, .objects = count};
+    });
+    add("Passes", [](std::size_t count) {
+        return RunShape{.events = 5'000'000, .liveInstances = 1, .passes = count, .objects = 1};
+    });
+    add("ThousandsOfEvents", [](std::size_t count) {
+        return RunShape{.events = std::min<std::size_t>(count * 1'000, 50'000'000)};
+    });
+}
+
+const bool added = [] {
+    for (const Measure& measure : measures) {
+        benchmark::RegisterBenchmark(
+            (std::string(measure.name) + "/Alone").c_str(),
+            [measure](benchmark::State& state) {
+                play(state, {.events = 5'000'000, .analysis = measure.analysis, .workers = 50},
+                     definitionOf(measure));
+            })
+            ->Unit(benchmark::kMillisecond);
+        addSizes(measure);
+    }
+    return true;
+}();
+
+}  // namespace
