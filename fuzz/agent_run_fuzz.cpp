@@ -1,5 +1,6 @@
 #include "component/host/sv_boxes.h"
 
+#include "component/agents/atomar_agent.h"
 #include "component/agents/super_agent.h"
 #include "component/management/agent_management.h"
 #include "fuzz/fuzz_input.h"
