@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cctype>
 #include <charconv>
 #include <cmath>
 #include <map>
@@ -71,6 +72,19 @@ bool isMadeName(std::string_view name, std::string_view className) {
            name.find_first_not_of("0123456789 ()", className.size()) == std::string_view::npos;
 }
 
+/// "Business rule task" as BPMN writes it, "businessRuleTask".
+std::string wordOf(std::string_view className) {
+    std::string word;
+    for (std::size_t each = 0; each < className.size(); ++each) {
+        const bool beginsWord = each > 0 && className[each - 1] == ' ';
+        if (className[each] != ' ') {
+            const auto letter = static_cast<unsigned char>(className[each]);
+            word += static_cast<char>(beginsWord ? std::toupper(letter) : std::tolower(letter));
+        }
+    }
+    return word;
+}
+
 class DiagramReader {
 public:
     DiagramReader(const Repository& models, const Model& drawnModel)
@@ -108,8 +122,13 @@ private:
             shape.label = name;
         }
         const SV::String eventKind = repository.textOf(object, "Event kind");
-        const bool hasEventKind = !eventKind.IsEmpty() && eventKind.view() != "none";
-        shape.marker = hasEventKind ? eventKind.view() : repository.textOf(object, "BPMN element").view();
+        if (isEvent(*kind)) {
+            shape.marker = eventKind.view() == "none" ? std::string_view() : eventKind.view();
+            shape.isThrowing = *kind == ShapeKind::EndEvent ||
+                               repository.textOf(object, "BPMN element").view() == "intermediateThrowEvent";
+        } else if (*kind == ShapeKind::Activity) {
+            shape.marker = wordOf(library.findClass(object.classId)->name);
+        }
         const SV::String loop = repository.textOf(object, "Loop");
         shape.loop = loop.view() == "none" ? std::string_view() : loop.view();
         if (*kind == ShapeKind::IntermediateEvent) {

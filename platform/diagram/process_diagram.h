@@ -45,6 +45,7 @@ struct DiagramShape {
     std::string loop;    ///< "standard", "parallel", "sequential"; empty for none
     bool isBoundary = false;
     bool isInterrupting = true;
+    bool isThrowing = false;  ///< an event that sends rather than waits
     bool isExpanded = false;  ///< shapes of the called model lie inside
 };
 

@@ -6,19 +6,14 @@
 #include <algorithm>
 #include <array>
 
+#include "platform/diagram/colour_scale.h"
+
 namespace mero::qt {
 
 namespace {
 
 constexpr std::array<QRgb, 8> Categories{0xFF0072B2, 0xFFE69F00, 0xFF009E73, 0xFFCC79A7,
                                          0xFF56B4E9, 0xFFD55E00, 0xFFF0E442, 0xFF7F7F7F};
-
-QColor between(const QColor& from, const QColor& to, double share) {
-    const auto mix = [share](int left, int right) {
-        return static_cast<int>(left + (right - left) * share + 0.5);
-    };
-    return {mix(from.red(), to.red()), mix(from.green(), to.green()), mix(from.blue(), to.blue())};
-}
 
 QPalette darkPalette() {
     // Outlines are made of the window's colour, so it may not be the darkest.
@@ -67,13 +62,8 @@ bool isDark() {
 }
 
 QColor magnitudeColor(double share) {
-    share = std::clamp(share, 0.0, 1.0);
-    if (isDark()) {
-        return between(QColor(0x1B, 0x2A, 0x41), QColor(0xC6, 0xE2, 0xFF), share);
-    }
-    const QColor middle(0x6B, 0xAE, 0xD6);
-    return share < 0.5 ? between(QColor(0xF7, 0xFB, 0xFF), middle, share * 2)
-                       : between(middle, QColor(0x08, 0x30, 0x6B), share * 2 - 1);
+    const Colour colour = magnitudeColour(share, isDark() ? Look::Dark : Look::Light);
+    return {colour.red, colour.green, colour.blue};
 }
 
 void applyLook(QApplication& application, bool dark) {

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QFont>
+#include <QPainter>
+#include <QPalette>
+
+#include "platform/diagram/measure_overlay.h"
+#include "platform/diagram/process_diagram.h"
+
+namespace mero::qt {
+
+/// Paints the drawing of a process, in drawing units, in the colours of a palette. With a measure its shapes
+/// are filled by their values, which stand below the names; shapes without a value keep the background.
+class ProcessDiagramPainter {
+public:
+    /// Neither `shownDiagram` nor `shownOverlay` is kept; null for no measure.
+    ProcessDiagramPainter(const ProcessDiagram& shownDiagram, const MeasureOverlay* shownOverlay,
+                          QFont textFont, const QPalette& colors);
+
+    /// What the drawing takes up, with labels and a border.
+    [[nodiscard]] QRectF room() const;
+    /// Draws what lies in `visible`, all of it if that is null; the selected object stands out.
+    void paint(QPainter& painter, const QRectF& visible = {}, MeroId selected = MeroNoId) const;
+    /// Uppermost object at a place; 0 for none. Swimlanes count by their header alone.
+    [[nodiscard]] MeroId objectAt(const QPointF& place) const;
+
+private:
+    void paintEdge(QPainter& painter, const DiagramEdge& edge) const;
+    void paintArrow(QPainter& painter, const DrawPoint& from, const DrawPoint& tip) const;
+    void paintEdgeLabel(QPainter& painter, const DiagramEdge& edge) const;
+    void paintShape(QPainter& painter, const DiagramShape& shape, bool isSelected) const;
+    void paintSwimlane(QPainter& painter, const DiagramShape& shape) const;
+    void paintActivity(QPainter& painter, const DiagramShape& shape) const;
+    void paintEvent(QPainter& painter, const DiagramShape& shape) const;
+    void paintGateway(QPainter& painter, const DiagramShape& shape) const;
+    void paintLabelInside(QPainter& painter, const DiagramShape& shape) const;
+    void paintLabelBelow(QPainter& painter, const DiagramShape& shape) const;
+
+    [[nodiscard]] QColor fillOf(const DiagramShape& shape) const;
+    [[nodiscard]] QColor textOn(const QColor& fill) const;
+    [[nodiscard]] QColor lineColor() const;
+    [[nodiscard]] QString valueOf(const DiagramShape& shape) const;
+
+    const ProcessDiagram& diagram;
+    const MeasureOverlay* overlay;
+    QFont font;
+    QPalette palette;
+};
+
+/// A value of a measure as people read it: "1,250.5" or "2 d 3 h".
+[[nodiscard]] QString shownValue(const MeasureOverlay& overlay, double value);
+
+}  // namespace mero::qt
