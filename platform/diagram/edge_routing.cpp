@@ -104,10 +104,9 @@ private:
             const std::size_t tracks = assignTracks(rooms[room]);
             const bool isOutside = room == 0 || room + 1 == rooms.size();
             roomStart.push_back(x);
-            if (tracks > 0) {
-                x += 2 * Margin + static_cast<double>(tracks - 1) * TrackDistance;
-            } else if (!isOutside) {
-                x += 2 * Margin;
+            if (tracks > 0 || !isOutside) {
+                x += 2 * Margin + static_cast<double>(std::max<std::size_t>(tracks, 1) - 1) * TrackDistance;
+                x += labelRoomOf(room);
             }
             if (room < graph.layers.size()) {
                 columns.left.push_back(x);
@@ -116,6 +115,16 @@ private:
             }
         }
         columns.width = x;
+    }
+
+    [[nodiscard]] double labelRoomOf(std::size_t room) const {
+        double width = 0.0;
+        for (const Crossing& crossing : rooms[room]) {
+            if (crossing.piece == 0) {
+                width = std::max(width, edges[crossing.edge].labelWidth);
+            }
+        }
+        return width;
     }
 
     [[nodiscard]] double widthOf(std::size_t layer) const {

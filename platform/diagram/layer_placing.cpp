@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <limits>
 
 #include "platform/diagram/layer_graph.h"
 
@@ -97,6 +98,69 @@ void placeClosely(LayerGraph& graph) {
     }
 }
 
+/// Heights at which an item keeps its distance from those above and below.
+struct Freedom {
+    double from = -std::numeric_limits<double>::infinity();
+    double to = std::numeric_limits<double>::infinity();
+
+    [[nodiscard]] Freedom together(const Freedom& other) const {
+        return {std::max(from, other.from), std::min(to, other.to)};
+    }
+    [[nodiscard]] bool isEmpty() const { return from > to; }
+};
+
+Freedom freedomOf(const LayerGraph& graph, const LayerItem& item) {
+    const auto& layer = graph.layers[item.layer];
+    Freedom freedom;
+    if (item.position > 0) {
+        const LayerItem& upper = graph.items[layer[item.position - 1]];
+        freedom.from = upper.y + upper.below + item.above;
+    }
+    if (item.position + 1 < layer.size()) {
+        const LayerItem& lower = graph.items[layer[item.position + 1]];
+        freedom.to = lower.y - lower.above - item.below;
+    }
+    return freedom;
+}
+
+/// The item that goes on with a line that neither splits nor joins; none where there is no such.
+std::size_t onlyNext(const LayerGraph& graph, const LayerItem& item) {
+    const bool goesOn = item.behind.size() == 1 && graph.items[item.behind.front()].before.size() == 1;
+    return goesOn ? item.behind.front() : NoItem;
+}
+
+/// Puts neighbours along one line on one height, as far as the room between others allows.
+void straighten(LayerGraph& graph) {
+    std::vector<bool> isDone(graph.items.size());
+    for (const auto& layer : graph.layers) {
+        for (std::size_t index : layer) {
+            while (index != NoItem && !isDone[index]) {
+                std::vector<std::size_t> run;
+                Freedom freedom;
+                double sum = 0.0;
+                while (index != NoItem) {
+                    const LayerItem& item = graph.items[index];
+                    const Freedom common = freedom.together(freedomOf(graph, item));
+                    if (common.isEmpty() && !run.empty()) {
+                        break;
+                    }
+                    freedom = common;
+                    run.push_back(index);
+                    isDone[index] = true;
+                    sum += item.y;
+                    index = onlyNext(graph, item);
+                }
+                if (!freedom.isEmpty()) {
+                    const double mean = sum / static_cast<double>(run.size());
+                    for (const std::size_t member : run) {
+                        graph.items[member].y = std::clamp(mean, freedom.from, freedom.to);
+                    }
+                }
+            }
+        }
+    }
+}
+
 void moveToTop(LayerGraph& graph) {
     double top = 0.0;
     for (const LayerItem& item : graph.items) {
@@ -120,6 +184,7 @@ void placeItems(LayerGraph& graph) {
             placeLayer(graph, graph.layers[layer], sweep + 2 < Sweeps ? SideBehind : BothSides);
         }
     }
+    straighten(graph);
     moveToTop(graph);
 }
 

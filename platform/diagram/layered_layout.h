@@ -23,6 +23,8 @@ struct LayoutEdge {
     std::optional<DrawPoint> exit;
     /// Distance below the centre at which a line with `exit` turns to the right.
     double exitDepth = 0.0;
+    /// Length of the flat piece behind the first upright, for a label.
+    double labelWidth = 0.0;
 };
 
 struct LayoutResult {

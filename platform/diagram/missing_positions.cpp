@@ -56,6 +56,7 @@ private:
     static constexpr double EventDistance = 40.0;
     static constexpr double LineDistance = 10.0;
     static constexpr double LabelWidth = 100.0;
+    static constexpr double WidthOfLetter = 6.5;
     static constexpr double LabelHeight = 32.0;
 
     /// Pools and lanes around shapes that have to be placed anew.
@@ -119,6 +120,7 @@ private:
 
     [[nodiscard]] LayoutEdge edgeOf(const DiagramEdge& edge, const std::vector<LayoutNode>& nodes) {
         LayoutEdge laidOut;
+        laidOut.labelWidth = std::min(WidthOfLetter * static_cast<double>(edge.label.size()), LabelWidth);
         laidOut.to = numbers.at(edge.to);
         if (const auto host = hosts.find(edge.from); host != hosts.end()) {
             laidOut.from = numbers.at(host->second);

@@ -83,8 +83,8 @@ TEST(LayerTest, LibrariesStayInTheirFolders) {
     const std::map<std::string, std::vector<std::string>> homes{
         {"sqlite3", {"platform/repository"}},
         {"pugixml", {"platform/interchange", "platform/toolkit/forms.cpp"}},
-        {"Q", {"platform/toolkit/qt/", "apps/workbench/"}},
-        {"qcustomplot", {"platform/toolkit/qt/"}},
+        {"Q", {"platform/toolkit/qt/", "apps/mero-plot/", "apps/workbench/"}},
+        {"qcustomplot", {"platform/toolkit/qt/", "apps/mero-plot/"}},
         {"CLI/", {"apps/mero"}}};
     for (const std::string folder : {"component", "platform", "apps"}) {
         for (const Include& include : includesBelow(folder)) {

@@ -9,6 +9,7 @@
 #include "component/host/core_time.h"
 #include "component/host/function_graph.h"
 
+#include "platform/toolkit/qt/axis_dress.h"
 #include "platform/toolkit/qt/control_peer.h"
 #include "platform/toolkit/qt/curve_plottable.h"
 #include "platform/toolkit/qt/palette.h"
@@ -17,47 +18,6 @@
 namespace mero::qt {
 
 namespace {
-
-/// Ticks with the texts that the graph gives for values.
-class LabelTicker : public QCPAxisTicker {
-public:
-    explicit LabelTicker(std::function<SV::String(double)> labeling) : labelOf(std::move(labeling)) {}
-
-protected:
-    /// Times have ticks at whole minutes, hours and days.
-    double getTickStep(const QCPRange& range) override {
-        static constexpr std::array RoundTimes{1.0,     2.0,     5.0,     10.0,    15.0,     30.0,    60.0,
-                                               120.0,   300.0,   600.0,   900.0,   1800.0,   3600.0,  7200.0,
-                                               10800.0, 21600.0, 43200.0, 86400.0, 172800.0, 604800.0};
-        const double wanted = range.size() / (tickCount() + 1e-10);
-        const auto step = std::ranges::lower_bound(RoundTimes, wanted);
-        const bool isTime = MeroCoreTime::isTime(labelOf(range.upper));
-        return isTime && step != RoundTimes.end() ? *step : QCPAxisTicker::getTickStep(range);
-    }
-
-    QString getTickLabel(double tick, const QLocale&, QChar, int) override {
-        // What is next to nothing beside the distance of ticks is 0.
-        constexpr double NextToNothing = 1e-9;
-        return plain(labelOf(std::abs(tick) < NextToNothing ? 0.0 : tick));
-    }
-
-private:
-    std::function<SV::String(double)> labelOf;
-};
-
-/// The range that a value axis shows for data: from 0 if that isn't far, and growing in steps, so that a
-/// curve that grows doesn't make it jump at each point.
-QCPRange steppedRange(const QCPRange& data) {
-    const double size = data.size() > 0 ? data.size() : std::max(std::abs(data.upper), 1.0);
-    const double step = std::pow(10.0, std::floor(std::log10(size))) / 2;
-    const bool touchesZero = data.lower >= 0 && data.lower < data.upper / 2;
-    QCPRange range(touchesZero ? 0 : std::floor(data.lower / step) * step,
-                   std::ceil(data.upper / step) * step);
-    if (range.size() <= 0) {
-        range = {range.lower - step, range.upper + step};
-    }
-    return range;
-}
 
 class GraphPeer : public ControlPeer {
 public:
@@ -176,24 +136,7 @@ private:
                                                                  plain(graph.GetYLabel(point->y)));
     }
 
-    void applyColors() {
-        const QPalette palette = widget->palette();
-        const QColor text = palette.color(QPalette::WindowText);
-        QColor faint = text;
-        faint.setAlphaF(0.15F);
-        plot->setBackground(palette.brush(QPalette::Base));
-        for (QCPAxis* axis : {plot->xAxis, plot->yAxis}) {
-            axis->setBasePen(QPen(text));
-            axis->setTickPen(QPen(text));
-            axis->setSubTickPen(QPen(faint));
-            axis->setTickLabelColor(text);
-            axis->setLabelColor(text);
-            axis->setTickLabelFont(widget->font());
-            axis->setLabelFont(widget->font());
-            axis->grid()->setPen(QPen(faint));
-            axis->grid()->setZeroLinePen(QPen(faint));
-        }
-    }
+    void applyColors() { dressAxes(*plot, widget->palette(), widget->font()); }
 
     MeroFunctionGraph& graph;
     QCustomPlot* plot;

@@ -1,18 +1,11 @@
 #include "platform/toolkit/qt/process_diagram_painter.h"
 
-#include <QLocale>
-#include <QPainterPath>
 #include <algorithm>
 #include <cmath>
 #include <utility>
 
-#include "component/host/core_time.h"
-
-#include "platform/diagram/colour_scale.h"
-#include "platform/toolkit/qt/field_dress.h"
-#include "platform/toolkit/qt/palette.h"
+#include "platform/toolkit/qt/process_diagram_geometry.h"
 #include "platform/toolkit/qt/shape_markers.h"
-#include "platform/toolkit/qt/text_conversion.h"
 
 namespace mero::qt {
 
@@ -22,41 +15,6 @@ constexpr double Border = 24.0;
 constexpr double HeaderWidth = 28.0;
 constexpr double LineWidth = 1.25;
 constexpr double ThickLineWidth = 2.75;
-constexpr double MarkerSize = 13.0;
-constexpr double LabelWidth = 104.0;
-constexpr double LabelGap = 3.0;
-constexpr int LabelLines = 3;
-constexpr int WrappedCentred = Qt::AlignHCenter | Qt::TextWordWrap;
-
-QRectF rectOf(const DrawRect& rect) {
-    return {rect.x, rect.y, rect.width, rect.height};
-}
-
-QPointF pointOf(const DrawPoint& point) {
-    return {point.x, point.y};
-}
-
-QString textOf(const std::string& text) {
-    return QString::fromStdString(text);
-}
-
-/// The text, shortened to what fits into the room.
-QString fitted(const QString& text, const QFontMetricsF& metrics, const QSizeF& room) {
-    const auto fits = [&](const QString& part) {
-        return metrics.boundingRect(QRectF({}, QSizeF(room.width(), 1e4)), Qt::TextWordWrap, part).height() <=
-               room.height() + 1;
-    };
-    if (fits(text)) {
-        return text;
-    }
-    qsizetype shortest = 0;
-    qsizetype longest = text.size();
-    while (longest - shortest > 1) {
-        const qsizetype middle = (shortest + longest) / 2;
-        (fits(text.left(middle) + QChar(0x2026)) ? shortest : longest) = middle;
-    }
-    return text.left(shortest).trimmed() + QChar(0x2026);
-}
 
 bool isHorizontal(const DiagramShape& swimlane) {
     return swimlane.bounds.width >= swimlane.bounds.height;
@@ -77,13 +35,6 @@ QPolygonF diamondIn(const QRectF& bounds) {
 
 }  // namespace
 
-QString shownValue(const MeasureOverlay& overlay, double value) {
-    if (overlay.unit == MeasureOverlay::Unit::Seconds) {
-        return dressedTime(MeroCoreTime(value, overlay.daysPerYear, overlay.hoursPerDay).asText());
-    }
-    return QLocale().toString(value, 'f', overlay.decimals());
-}
-
 ProcessDiagramPainter::ProcessDiagramPainter(const ProcessDiagram& shownDiagram,
                                              const MeasureOverlay* shownOverlay, QFont textFont,
                                              const QPalette& colors)
@@ -94,12 +45,12 @@ ProcessDiagramPainter::ProcessDiagramPainter(const ProcessDiagram& shownDiagram,
 
 QRectF ProcessDiagramPainter::room() const {
     QRectF room = rectOf(diagram.extent);
-    const double labelHeight = QFontMetricsF(font).height() * (LabelLines + 1) + LabelGap;
+    const double labelHeight = QFontMetricsF(font).height() * (DiagramLabelLines + 1) + DiagramLabelGap;
     for (const DiagramShape& shape : diagram.shapes) {
         if (isEvent(shape.kind) || isGateway(shape.kind)) {
             const QPointF middle(shape.bounds.centre().x, shape.bounds.bottom());
             const double height = shape.label.empty() && overlay == nullptr ? 0 : labelHeight;
-            room |= QRectF(middle.x() - LabelWidth / 2, middle.y(), LabelWidth, height);
+            room |= QRectF(middle.x() - DiagramLabelWidth / 2, middle.y(), DiagramLabelWidth, height);
         }
     }
     return room.adjusted(-Border, -Border, Border, Border);
@@ -110,8 +61,8 @@ void ProcessDiagramPainter::paint(QPainter& painter, const QRectF& visible, Mero
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setFont(font);
     const auto isVisible = [&](const QRectF& place) {
-        return visible.isNull() ||
-               visible.intersects(place.adjusted(-LabelWidth, -Border, LabelWidth, LabelWidth));
+        return visible.isNull() || visible.intersects(place.adjusted(-DiagramLabelWidth, -Border,
+                                                                     DiagramLabelWidth, DiagramLabelWidth));
     };
     const auto paintShapes = [&](bool behindLines) {
         for (const DiagramShape& shape : diagram.shapes) {
@@ -147,30 +98,6 @@ QColor ProcessDiagramPainter::lineColor() const {
     return color;
 }
 
-QColor ProcessDiagramPainter::fillOf(const DiagramShape& shape) const {
-    if (overlay != nullptr && !shape.isExpanded) {
-        if (const auto value = overlay->values.find(shape.object); value != overlay->values.end()) {
-            return magnitudeColor(overlay->shareOf(value->second));
-        }
-    }
-    return palette.color(QPalette::Base);
-}
-
-QColor ProcessDiagramPainter::textOn(const QColor& fill) const {
-    const auto channel = [](int value) { return static_cast<std::uint8_t>(value); };
-    const Colour text = textColourOn({channel(fill.red()), channel(fill.green()), channel(fill.blue())});
-    return fill == palette.color(QPalette::Base) ? palette.color(QPalette::WindowText)
-                                                 : QColor(text.red, text.green, text.blue);
-}
-
-QString ProcessDiagramPainter::valueOf(const DiagramShape& shape) const {
-    if (overlay == nullptr) {
-        return {};
-    }
-    const auto value = overlay->values.find(shape.object);
-    return value != overlay->values.end() ? shownValue(*overlay, value->second) : QString();
-}
-
 void ProcessDiagramPainter::paintEdge(QPainter& painter, const DiagramEdge& edge) const {
     painter.setPen(QPen(lineColor(), LineWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     painter.setBrush(Qt::NoBrush);
@@ -199,32 +126,6 @@ void ProcessDiagramPainter::paintArrow(QPainter& painter, const DrawPoint& from,
     painter.setBrush(lineColor());
     painter.drawPolygon(QPolygonF({pointOf(tip), base + HalfWidth * across, base - HalfWidth * across}));
     painter.restore();
-}
-
-void ProcessDiagramPainter::paintEdgeLabel(QPainter& painter, const DiagramEdge& edge) const {
-    if (edge.label.empty()) {
-        return;
-    }
-    // At the longest piece of the first two, where authors have left room.
-    QLineF piece(pointOf(edge.points[0]), pointOf(edge.points[1]));
-    if (edge.points.size() > 2) {
-        const QLineF second(pointOf(edge.points[1]), pointOf(edge.points[2]));
-        piece = second.length() > piece.length() ? second : piece;
-    }
-    const QFontMetricsF metrics(font);
-    const bool isFlat = std::abs(piece.dx()) >= std::abs(piece.dy());
-    const double widest = isFlat ? std::max(piece.length() - 8, LabelWidth / 2) : LabelWidth;
-    const QString text = fitted(textOf(edge.label), metrics, {widest, metrics.height() * 2});
-    QRectF place = metrics.boundingRect(QRectF(0, 0, widest, 1e4), WrappedCentred, text);
-    const QPointF middle = piece.pointAt(0.5);
-    place.moveCenter(middle);
-    if (isFlat) {
-        place.moveBottom(middle.y() - LabelGap);
-    } else {
-        place.moveLeft(middle.x() + LabelGap + 1);
-    }
-    painter.setPen(palette.color(QPalette::WindowText));
-    painter.drawText(place, WrappedCentred, text);
 }
 
 void ProcessDiagramPainter::paintShape(QPainter& painter, const DiagramShape& shape, bool isSelected) const {
@@ -279,69 +180,18 @@ void ProcessDiagramPainter::paintActivity(QPainter& painter, const DiagramShape&
     painter.setPen(QPen(lineColor(), isCall ? ThickLineWidth : LineWidth));
     painter.drawRoundedRect(bounds, Radius, Radius);
     painter.setPen(QPen(textOn(fillOf(shape)), 1));
-    const QSizeF markerSize(MarkerSize, MarkerSize);
+    const QSizeF markerSize(DiagramMarkerSize, DiagramMarkerSize);
     paintTaskMarker(painter, {bounds.topLeft() + QPointF(5, 5), markerSize}, shape.marker);
-    const QRectF below(QPointF(bounds.center().x() - MarkerSize / 2, bounds.bottom() - MarkerSize - 2),
-                       QSizeF(MarkerSize, MarkerSize - 2));
+    const QRectF below(
+        QPointF(bounds.center().x() - DiagramMarkerSize / 2, bounds.bottom() - DiagramMarkerSize - 2),
+        QSizeF(DiagramMarkerSize, DiagramMarkerSize - 2));
     if (!shape.loop.empty()) {
-        paintLoopMarker(painter, isCall ? below.translated(-MarkerSize, 0) : below, shape.loop);
+        paintLoopMarker(painter, isCall ? below.translated(-DiagramMarkerSize, 0) : below, shape.loop);
     }
     if (isCall) {
         paintClosedMarker(painter, below.adjusted(1, 1, -1, 1));
     }
     paintLabelInside(painter, shape);
-}
-
-void ProcessDiagramPainter::paintLabelInside(QPainter& painter, const DiagramShape& shape) const {
-    const QRectF bounds = rectOf(shape.bounds).adjusted(5, 4, -5, -4);
-    const QFontMetricsF metrics(font);
-    const QString value = valueOf(shape);
-    painter.setPen(textOn(fillOf(shape)));
-    if (shape.isExpanded) {
-        const QString title = textOf(shape.label) + (value.isEmpty() ? "" : "   " + value);
-        painter.drawText(bounds, Qt::AlignTop | Qt::AlignHCenter,
-                         metrics.elidedText(title, Qt::ElideRight, bounds.width()));
-        return;
-    }
-    const bool hasFooter = shape.kind == ShapeKind::Call || !shape.loop.empty();
-    const double footer = hasFooter ? MarkerSize : 0;
-    const double valueHeight = value.isEmpty() ? 0 : metrics.height();
-    const QSizeF room(bounds.width(), bounds.height() - valueHeight - footer);
-    const QString text = fitted(textOf(shape.label), metrics, room);
-    const double textHeight =
-        metrics.boundingRect(QRectF({}, QSizeF(room.width(), 1e4)), Qt::TextWordWrap, text).height();
-    const double top = bounds.top() + std::max((room.height() - textHeight) / 2, 0.0);
-    painter.drawText(QRectF(bounds.left(), top, bounds.width(), textHeight + 2), WrappedCentred, text);
-    if (!value.isEmpty()) {
-        painter.save();
-        QFont bold = font;
-        bold.setBold(true);
-        painter.setFont(bold);
-        painter.drawText(QRectF(bounds.left(), top + textHeight, bounds.width(), valueHeight + 2),
-                         Qt::AlignHCenter | Qt::AlignTop, value);
-        painter.restore();
-    }
-}
-
-void ProcessDiagramPainter::paintLabelBelow(QPainter& painter, const DiagramShape& shape) const {
-    const QFontMetricsF metrics(font);
-    const QString text = fitted(textOf(shape.label), metrics, {LabelWidth, metrics.height() * LabelLines});
-    QRectF place(shape.bounds.centre().x - LabelWidth / 2, shape.bounds.bottom() + LabelGap, LabelWidth,
-                 metrics.height() * LabelLines);
-    painter.setPen(palette.color(QPalette::WindowText));
-    if (!text.isEmpty()) {
-        painter.drawText(place, WrappedCentred, text);
-        place.translate(0, metrics.boundingRect(place, WrappedCentred, text).height());
-    }
-    const QString value = valueOf(shape);
-    if (!value.isEmpty()) {
-        painter.save();
-        QFont bold = font;
-        bold.setBold(true);
-        painter.setFont(bold);
-        painter.drawText(place, WrappedCentred, value);
-        painter.restore();
-    }
 }
 
 void ProcessDiagramPainter::paintEvent(QPainter& painter, const DiagramShape& shape) const {

@@ -36,6 +36,9 @@ private:
     void paintLabelInside(QPainter& painter, const DiagramShape& shape) const;
     void paintLabelBelow(QPainter& painter, const DiagramShape& shape) const;
 
+    /// Behind a text that lines may run through.
+    void paintHalo(QPainter& painter, const QRectF& place) const;
+
     [[nodiscard]] QColor fillOf(const DiagramShape& shape) const;
     [[nodiscard]] QColor textOn(const QColor& fill) const;
     [[nodiscard]] QColor lineColor() const;

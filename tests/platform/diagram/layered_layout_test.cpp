@@ -27,8 +27,8 @@ Graph randomGraph(unsigned seed, std::size_t size) {
     for (std::size_t edge = 0; edge < size * 4 / 3; ++edge) {
         const std::size_t from = upTo(size);
         const std::size_t near = from + 1 + upTo(6);
-        graph.edges.push_back(
-            {from, upTo(8) == 0 || near >= size ? upTo(from + 1) : near, std::nullopt, 0.0});
+        graph.edges.push_back({from, upTo(8) == 0 || near >= size ? upTo(from + 1) : near, std::nullopt, 0.0,
+                               upTo(4) == 0 ? 60.0 : 0.0});
     }
     return graph;
 }
@@ -87,8 +87,8 @@ TEST(LayeredLayout, NodesDontOverlapAndLinesRunBetweenThemForAnyGraph) {
 TEST(LayeredLayout, LinesRunForwardButForThoseOfCycles) {
     // 0 -> 1 -> 2 -> 3 with 2 -> 1, a short cut 0 -> 3 and a loop at 2.
     const std::vector<LayoutNode> nodes(4, {100, 60, 0, 0});
-    const std::vector<LayoutEdge> edges{{0, 1, {}, 0}, {1, 2, {}, 0}, {2, 3, {}, 0},
-                                        {2, 1, {}, 0}, {0, 3, {}, 0}, {2, 2, {}, 0}};
+    const std::vector<LayoutEdge> edges{{0, 1, {}, 0, 0}, {1, 2, {}, 0, 0}, {2, 3, {}, 0, 0},
+                                        {2, 1, {}, 0, 0}, {0, 3, {}, 0, 0}, {2, 2, {}, 0, 0}};
     const LayoutResult layout = layOutInLayers(nodes, edges);
     for (std::size_t node = 1; node < nodes.size(); ++node) {
         EXPECT_GT(layout.nodes[node].x, layout.nodes[node - 1].right());
@@ -103,8 +103,9 @@ TEST(LayeredLayout, LinesRunForwardButForThoseOfCycles) {
 TEST(LayeredLayout, LinesThatNeedntCrossDont) {
     // Two trees whose leaves are numbered the wrong way round.
     const std::vector<LayoutNode> nodes(8, {100, 60, 0, 0});
-    const std::vector<LayoutEdge> edges{{0, 1, {}, 0}, {0, 2, {}, 0}, {1, 6, {}, 0}, {2, 5, {}, 0},
-                                        {2, 4, {}, 0}, {1, 3, {}, 0}, {6, 7, {}, 0}};
+    const std::vector<LayoutEdge> edges{{0, 1, {}, 0, 0}, {0, 2, {}, 0, 0}, {1, 6, {}, 0, 0},
+                                        {2, 5, {}, 0, 0}, {2, 4, {}, 0, 0}, {1, 3, {}, 0, 0},
+                                        {6, 7, {}, 0, 0}};
     LayerGraph graph = cutIntoLayers(nodes, edges);
     std::swap(graph.items[3].position, graph.items[6].position);
     std::reverse(graph.layers[2].begin(), graph.layers[2].end());

@@ -4,7 +4,8 @@ namespace mero {
 
 namespace {
 
-constexpr std::string_view Process = R"(<definitions xmlns="http://www.omg.org/spec/BPMN/20100524/MODEL">
+constexpr std::string_view ScyllaProcess =
+    R"(<definitions xmlns="http://www.omg.org/spec/BPMN/20100524/MODEL">
   <process id="p" name="Shop"><startEvent id="s"/><task id="a" name="Check"/><exclusiveGateway id="x"/>
     <subProcess id="sub" name="Pack"><task id="b" name="Wrap"/></subProcess>
     <boundaryEvent id="late" name="Late" attachedToRef="a"><timerEventDefinition/></boundaryEvent>
@@ -36,7 +37,7 @@ const std::string Simulation = R"(<definitions xmlns="http://bsim.hpi.uni-potsda
 class ScyllaParameters : public test::ParameterImport {
 protected:
     Result<ImportReport> import(const std::string& global, const std::string& simulation) {
-        return importBpmn({Process, "shop.bpmn"}, repository,
+        return importBpmn({ScyllaProcess, "shop.bpmn"}, repository,
                           {{simulation, "sim.xml"}, {global, "global.xml"}});
     }
 };
@@ -100,7 +101,7 @@ TEST_F(ScyllaParameters, BrokenConfigurationsAreRefusedAndTakeTheModelsAlong) {
     }
     EXPECT_FALSE(import(Global, Global)) << "two global configurations";
     EXPECT_FALSE(import("{}", Simulation)) << "a document beside a configuration";
-    EXPECT_FALSE(import(std::string(Process), Simulation)) << "a process is no configuration";
+    EXPECT_FALSE(import(std::string(ScyllaProcess), Simulation)) << "a process is no configuration";
 }
 
 TEST_F(ScyllaParameters, CreditCardSampleComesWithItsNumbers) {

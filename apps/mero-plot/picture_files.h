@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QString>
+#include <string>
+#include <vector>
+
+#include "platform/interchange/picture_document.h"
+#include "platform/support/result.h"
+
+namespace mero {
+
+/// Writes each picture to a folder that is there, as NAME.png, NAME@2x.png and NAME.svg; a file that is there
+/// already is replaced. Gives the names of the files, or the first that couldn't be written.
+[[nodiscard]] Result<std::vector<std::string>> savePictures(const std::vector<Picture>& pictures,
+                                                            const QString& folder);
+
+}  // namespace mero

@@ -1,0 +1,62 @@
+#include "platform/toolkit/qt/axis_dress.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "component/host/core_time.h"
+
+#include "platform/toolkit/qt/field_dress.h"
+#include "platform/toolkit/qt/text_conversion.h"
+
+namespace mero::qt {
+
+double LabelTicker::getTickStep(const QCPRange& range) {
+    static constexpr std::array RoundTimes{1.0,     2.0,     5.0,     10.0,    15.0,     30.0,    60.0,
+                                           120.0,   300.0,   600.0,   900.0,   1800.0,   3600.0,  7200.0,
+                                           10800.0, 21600.0, 43200.0, 86400.0, 172800.0, 604800.0};
+    const double wanted = range.size() / (tickCount() + 1e-10);
+    const auto* const step = std::ranges::lower_bound(RoundTimes, wanted);
+    const bool isTime = MeroCoreTime::isTime(labelOf(range.upper));
+    return isTime && step != RoundTimes.end() ? *step : QCPAxisTicker::getTickStep(range);
+}
+
+QString LabelTicker::getTickLabel(double tick, const QLocale&, QChar, int) {
+    // What is next to nothing beside the distance of ticks is 0.
+    constexpr double NextToNothing = 1e-9;
+    const SV::String label = labelOf(std::abs(tick) < NextToNothing ? 0.0 : tick);
+    const QString time = dressedTime(label);
+    return time.isEmpty() ? plain(label) : time;
+}
+
+QCPRange steppedRange(const QCPRange& data) {
+    const double size = data.size() > 0 ? data.size() : std::max(std::abs(data.upper), 1.0);
+    const double step = std::pow(10.0, std::floor(std::log10(size))) / 2;
+    const bool touchesZero = data.lower >= 0 && data.lower < data.upper / 2;
+    QCPRange range(touchesZero ? 0 : std::floor(data.lower / step) * step,
+                   std::ceil(data.upper / step) * step);
+    if (range.size() <= 0) {
+        range = {range.lower - step, range.upper + step};
+    }
+    return range;
+}
+
+void dressAxes(QCustomPlot& plot, const QPalette& palette, const QFont& font) {
+    const QColor text = palette.color(QPalette::WindowText);
+    QColor faint = text;
+    faint.setAlphaF(0.15F);
+    plot.setBackground(palette.brush(QPalette::Base));
+    for (QCPAxis* axis : {plot.xAxis, plot.yAxis}) {
+        axis->setBasePen(QPen(text));
+        axis->setTickPen(QPen(text));
+        axis->setSubTickPen(QPen(faint));
+        axis->setTickLabelColor(text);
+        axis->setLabelColor(text);
+        axis->setTickLabelFont(font);
+        axis->setLabelFont(font);
+        axis->grid()->setPen(QPen(faint));
+        axis->grid()->setZeroLinePen(QPen(faint));
+    }
+}
+
+}  // namespace mero::qt
