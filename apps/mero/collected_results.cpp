@@ -1,6 +1,6 @@
 #include "apps/mero/collected_results.h"
 
-#include <fmt/format.h>
+#include <algorithm>
 
 #include "component/agents/atomar_agent.h"
 #include "component/agents/super_agent.h"
@@ -11,6 +11,8 @@ namespace mero {
 
 namespace {
 
+constexpr SV::ResId MessageNoGroup(0x20051AC);
+
 MeroResultRequest requestOf(const RunOptions& options, double scale) {
     MeroResultRequest request;
     request.scaled = options.scaled.has_value();
@@ -20,14 +22,22 @@ MeroResultRequest requestOf(const RunOptions& options, double scale) {
     return request;
 }
 
-TextTable::Row rowOf(const MeroAgentBrowserObjects& objects, int number) {
-    TextTable::Row row;
-    row.depth = static_cast<std::size_t>(objects.getRowDepth(number));
-    row.label = objects.getField(number, 0).view();
-    for (int column = 1; column <= objects.getNumberOfColumns(); ++column) {
-        row.cells.emplace_back(objects.getField(number, column).view());
+/// A label as tables show it stands behind the row's number and a blank.
+std::string withoutNumber(std::string_view field) {
+    return std::string(field.substr(std::min(field.find(' ') + 1, field.size())));
+}
+
+/// Kinds of the rows below the separator, in their order.
+std::vector<ResultTable::RowKind> summaryKinds(const RunOptions& options) {
+    std::vector<ResultTable::RowKind> kinds;
+    if (options.sum) {
+        kinds.push_back(ResultTable::RowKind::Sum);
     }
-    return row;
+    if (options.extremes) {
+        kinds.push_back(ResultTable::RowKind::Minimum);
+        kinds.push_back(ResultTable::RowKind::Maximum);
+    }
+    return kinds;
 }
 
 }  // namespace
@@ -74,19 +84,18 @@ ResultSetDocument ResultCollector::write(MeroAgentResultSet& set) const {
     return document;
 }
 
-void ResultCollector::collect(MeroSuperAgent& agent) {
-    ResultOfAgent document{
-        nameOf(agent.getInstanceId()), modelOf(agent.getInstanceId()), agent.isStarted() ? 1 : 0, 1.0, {}};
-    const bool isPrepared = agent.isRunPrepared();
-    bool isScaled = true;
-    if (isPrepared && options.scaled.has_value()) {
-        isScaled = agent.computeScale(SV::String(options.scope), *options.scaled, SV::String(options.period),
-                                      document.scale) == StatusOk;
+std::vector<ResultCollector::ShownSet> ResultCollector::fetchSets(MeroSuperAgent& agent,
+                                                                  ResultOfAgent& document,
+                                                                  Grouping& grouping) const {
+    bool isFetched = agent.isRunPrepared();
+    if (isFetched && options.scaled.has_value()) {
+        isFetched = agent.computeScale(SV::String(options.scope), *options.scaled, SV::String(options.period),
+                                       document.scale) == StatusOk;
     }
     const MeroResultRequest request = requestOf(options, document.scale);
-    std::vector<MeroAgentResultSet*> shownSets;
+    std::vector<ShownSet> shownSets;
     for (const auto& subAgent : agent.getSubAgents()) {
-        MeroAgentResultSet* const set = isPrepared && isScaled ? subAgent->getResultSet(request) : nullptr;
+        MeroAgentResultSet* const set = isFetched ? fetch(*subAgent, request, grouping) : nullptr;
         SV::String name;
         subAgent->getName(name);
         ResultOfSubAgent written{std::string(name.view()),
@@ -97,46 +106,100 @@ void ResultCollector::collect(MeroSuperAgent& agent) {
         if (set != nullptr) {
             written.resultSet = write(*set);
             if (set->isShown(request.scaled)) {
-                shownSets.push_back(set);
+                shownSets.push_back({set, written.name, written.type, document.subAgents.size()});
             }
         }
         document.subAgents.push_back(std::move(written));
     }
-    if (options.format == ResultFormat::Table && !shownSets.empty()) {
-        addTable(agent, shownSets, document);
+    return shownSets;
+}
+
+MeroAgentResultSet* ResultCollector::fetch(MeroAtomarAgent& subAgent, const MeroResultRequest& request,
+                                           Grouping& grouping) const {
+    if (grouping == Grouping::NotWanted) {
+        return subAgent.getResultSet(request);
+    }
+    int status = StatusRefused;
+    MeroAgentResultSet* const set = subAgent.getLimitedResultSet(
+        SV::String(options.groupClass), SV::String(options.groupRelation), status, request);
+    if (status == StatusOk) {
+        grouping = Grouping::Formed;
+    }
+    return set;
+}
+
+void ResultCollector::collect(MeroSuperAgent& agent) {
+    ResultOfAgent document{
+        nameOf(agent.getInstanceId()), modelOf(agent.getInstanceId()), agent.isStarted() ? 1 : 0, 1.0, {}};
+    const bool isGroupWanted = !options.groupClass.empty() && agent.canLimitByRelation();
+    Grouping grouping = isGroupWanted ? Grouping::Missing : Grouping::NotWanted;
+    const std::vector<ShownSet> shownSets = fetchSets(agent, document, grouping);
+    if (!shownSets.empty()) {
+        if (grouping == Grouping::Missing) {
+            showInfoBox(SV::String(MessageNoGroup));
+        }
+        if (options.showsTables()) {
+            addTable(agent, shownSets, document, grouping == Grouping::Formed);
+        }
     }
     documents.push_back(std::move(document));
 }
 
-void ResultCollector::addTable(MeroSuperAgent& agent, const std::vector<MeroAgentResultSet*>& sets,
-                               const ResultOfAgent& document) {
+void ResultCollector::addTable(MeroSuperAgent& agent, const std::vector<ShownSet>& sets,
+                               const ResultOfAgent& document, bool isGrouped) {
     MeroAgentResultWindows windows(agent);
     MeroResultOptions display = windows.getOptions();
     display.sumChecked = options.sum;
     display.extremeChecked = options.extremes;
     windows.setOptions(display);
+    ResultTable table{document.name, document.model, document.scale, isGrouped, {}, {}};
+    std::vector<MeroAgentResultSet*> columns;
+    for (const ShownSet& shown : sets) {
+        if (!shown.set->hasObjectResults(false)) {
+            continue;
+        }
+        columns.push_back(shown.set);
+        table.columns.push_back(
+            {.measure = shown.measure,
+             .type = shown.type,
+             .position = shown.position,
+             .unit = shown.set->getResultKind() == ResultKindTime ? ResultUnit::Seconds : ResultUnit::Number,
+             .scale = shown.set->isSingleValue() ? document.scale : 1.0});
+    }
     MeroAgentBrowserObjects objects;
     bool isEmpty = true;
-    if (!windows.fillBrowser(objects, options.displayKind(), isEmpty, sets, document.scale) || isEmpty) {
+    if (!windows.fillBrowser(objects, options.displayKind(), isEmpty, columns, document.scale) || isEmpty) {
         return;
     }
-    TextTable table;
-    table.headers = {document.name.text + " (" + document.model + ")",
-                     fmt::format("analysis: {}   scale: {}", options.analysisName(), document.scale)};
-    table.labelTitle = "Object";
-    for (int column = 1; column <= objects.getNumberOfColumns(); ++column) {
-        table.columns.emplace_back(objects.getColumnTitle(column).view());
+    const std::vector<ResultTable::RowKind> summary = summaryKinds(options);
+    const int separators = summary.empty() ? 0 : 1;
+    const int objectRows = objects.getNumberOfRows() - static_cast<int>(summary.size()) - separators;
+    for (int number = 0; number < objectRows; ++number) {
+        table.rows.push_back(rowOf(objects, number, ResultTable::RowKind::Object));
     }
-    const int summaryRows =
-        (options.sum || options.extremes ? 1 : 0) + (options.sum ? 1 : 0) + (options.extremes ? 2 : 0);
-    const int valueRows = objects.getNumberOfRows() - summaryRows;
-    for (int row = 0; row < valueRows; ++row) {
-        table.rows.push_back(rowOf(objects, row));
-    }
-    for (int row = valueRows + 1; row < objects.getNumberOfRows(); ++row) {
-        table.summary.push_back(rowOf(objects, row));
+    int number = objectRows + separators;
+    for (const ResultTable::RowKind kind : summary) {
+        table.rows.push_back(rowOf(objects, number++, kind));
     }
     shownTables.push_back(std::move(table));
+}
+
+ResultTable::Row ResultCollector::rowOf(const MeroAgentBrowserObjects& objects, int number,
+                                        ResultTable::RowKind kind) const {
+    ResultTable::Row row;
+    row.kind = kind;
+    row.label = objects.getField(number, 0).view();
+    if (kind == ResultTable::RowKind::Object) {
+        const MeroId object = objects.getObjectOfRow(number);
+        row.depth = static_cast<std::size_t>(objects.getRowDepth(number));
+        row.object = nameOf(object);
+        row.objectModel = modelOf(object);
+        row.label = withoutNumber(row.label);
+    }
+    for (int column = 1; column <= objects.getNumberOfColumns(); ++column) {
+        row.cells.push_back(objects.getNumber(number, column).value_or(ResultTable::NoValue));
+    }
+    return row;
 }
 
 }  // namespace mero

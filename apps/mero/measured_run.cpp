@@ -42,6 +42,27 @@ std::string describeStart(int status) {
 
 }  // namespace
 
+RunDescription describeRun(const RunOptions& options, const RunPlan& plan, const Repository& repository) {
+    RunDescription run;
+    for (const MeroId model : plan.models) {
+        run.models.emplace_back(repository.findModel(model)->name.view());
+    }
+    if (plan.environment != MeroNoId) {
+        run.environment = repository.findModel(plan.environment)->name.view();
+    }
+    run.analysis = options.analysisName();
+    run.start = options.start;
+    run.daysPerYear = options.daysPerYear;
+    run.hoursPerDay = options.hoursPerDay;
+    run.total = options.total;
+    run.groupClass = options.groupClass;
+    run.groupRelation = options.groupRelation;
+    run.scaledStarts = options.scaled;
+    run.scalePeriod = options.period;
+    run.scaleScope = options.scope;
+    return run;
+}
+
 MeasuredRun::MeasuredRun(Repository& models, const RunOptions& runOptions, const RunPlan& runPlan,
                          const Console& target)
     : repository(models),

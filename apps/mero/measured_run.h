@@ -8,7 +8,7 @@
 #include "apps/mero/run_options.h"
 #include "component/management/agent_management.h"
 #include "platform/engine/control_component.h"
-#include "platform/interchange/result_document.h"
+#include "platform/interchange/result_table.h"
 #include "platform/repository/repository_services.h"
 
 namespace mero {
@@ -16,9 +16,13 @@ namespace mero {
 /// What a run has measured, after its end.
 struct RunResults {
     ResultDocument document;
-    std::vector<TextTable> tables;
+    std::vector<ResultTable> tables;
     std::vector<std::string> historyFiles;
 };
+
+/// What all runs under these options share; seed, runs and title are left to the caller.
+[[nodiscard]] RunDescription describeRun(const RunOptions& options, const RunPlan& plan,
+                                         const Repository& repository);
 
 /// One run of the agents, from their start to their end. The engine or a replay plays between `start` and
 /// `finish`.

@@ -137,8 +137,10 @@ Result<void> ReplayCommand::run(Console& console) {
     if (Result<void> recorded = recorder.value()->finish(); !recorded) {
         return recorded;
     }
-    printResults(results, options, "replay of " + std::filesystem::path(eventsFile).filename().string(),
-                 console);
+    RunDescription described = describeRun(options, plan.value(), repository);
+    described.title = "replay of " + std::filesystem::path(eventsFile).filename().string();
+    described.fingerprint = control.fingerprint();
+    printResults(results, options, described, console);
     if (options.timing) {
         timing.tell(control.eventCount(), console);
     }

@@ -74,6 +74,28 @@ std::vector<std::string> splitAtCommas(const std::string& text) {
     return parts;
 }
 
+std::string checkGroup(const std::string& text) {
+    const std::size_t slash = text.find('/');
+    return slash != std::string::npos && slash > 0 && slash + 1 < text.size()
+               ? std::string()
+               : "\"" + text + "\" isn't a class and a relation such as Role/Has role";
+}
+
+/// Both have to be of the library of working environments.
+Result<void> checkGroupNames(const RunOptions& options, const Library& library) {
+    if (options.groupClass.empty()) {
+        return {};
+    }
+    const Library::Class* const found = library.findClass(ClassCodeEnvironmentLibrary, options.groupClass);
+    if (found == nullptr || found->agent) {
+        return Error{"--group: working environments have no class \"" + options.groupClass + "\""};
+    }
+    if (library.findRelationClass(ClassCodeEnvironmentLibrary, options.groupRelation) == nullptr) {
+        return Error{"--group: working environments have no relation \"" + options.groupRelation + "\""};
+    }
+    return {};
+}
+
 /// Finds and loads a model of the wanted kind.
 Result<MeroId> takeModel(Repository& repository, const std::string& name, MeroId kind) {
     const Model* const model = repository.findModel(name);
@@ -131,11 +153,12 @@ void RunOptions::describe(CLI::App& command) {
     command.add_option("--scope", scope, "Stretch of time that scaled results are for, YY:DDD:HH:MM:SS")
         ->check(CLI::Validator(checkTimeText, ""))
         ->type_name("TIME");
-    command.add_option("--results", format, "Form of the results: table, csv, json")
+    command.add_option("--results", format, "Form of the results: table, csv, json, html")
         ->transform(
             CLI::CheckedTransformer(std::map<std::string, ResultFormat>{{"table", ResultFormat::Table},
                                                                         {"csv", ResultFormat::Csv},
-                                                                        {"json", ResultFormat::Json}})
+                                                                        {"json", ResultFormat::Json},
+                                                                        {"html", ResultFormat::Html}})
                 .description(""))
         ->default_str("table")
         ->type_name("WORD");
@@ -144,6 +167,17 @@ void RunOptions::describe(CLI::App& command) {
     command.add_flag("--total", total, "Table with one row for every object")->excludes(detailFlag);
     command.add_flag("--sum", sum, "Adds a row with the sum to the table");
     command.add_flag("--extremes", extremes, "Adds rows with minimum and maximum to the table");
+    command
+        .add_option("--group", group,
+                    "Groups results over the objects of a class that a relation joins with the measured "
+                    "ones, such as \"Role/Has role\"")
+        ->check(CLI::Validator(checkGroup, ""))
+        ->each([this](const std::string& text) {
+            const std::size_t slash = text.find('/');
+            groupClass = text.substr(0, slash);
+            groupRelation = text.substr(slash + 1);
+        })
+        ->type_name("CLASS/RELATION");
     command.add_flag("--ascii", ascii, "Table without box drawing");
     command.add_flag("--timing", timing, "Tells the seconds of load, run and results on standard error");
     command.add_option("--record-events", recordFile, "Writes every event of the run to this file (CSV)")
@@ -178,6 +212,9 @@ std::string RunOptions::analysisName() const {
 
 Result<RunPlan> planRun(const RunOptions& options, Repository& repository) {
     RunPlan plan;
+    if (Result<void> known = checkGroupNames(options, repository.library()); !known) {
+        return known.error();
+    }
     for (const std::string& text : options.models) {
         const bool isName = repository.findModel(text) != nullptr;
         for (const std::string& name : isName ? std::vector<std::string>{text} : splitAtCommas(text)) {

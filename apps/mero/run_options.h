@@ -18,7 +18,7 @@ class App;
 
 namespace mero {
 
-enum class ResultFormat { Table, Csv, Json };
+enum class ResultFormat { Table, Csv, Json, Html };
 
 /// Options that all runs share: what is run, how results are scaled and shown.
 struct RunOptions {
@@ -29,6 +29,10 @@ struct RunOptions {
     [[nodiscard]] MeroDisplayKind displayKind() const { return total ? DisplayTotal : DisplayDetail; }
     [[nodiscard]] CharacterSet characters() const {
         return ascii ? CharacterSet::Ascii : CharacterSet::BoxDrawing;
+    }
+    /// Whether results are asked for as tables: JSON holds them only where an option of tables is given.
+    [[nodiscard]] bool showsTables() const {
+        return format != ResultFormat::Json || detail || total || sum || extremes || !groupClass.empty();
     }
     /// Word of `--analysis`.
     [[nodiscard]] std::string analysisName() const;
@@ -47,12 +51,15 @@ struct RunOptions {
     bool total = false;
     bool sum = false;
     bool extremes = false;
+    std::string groupClass;  ///< of the objects that results are grouped over; empty without grouping
+    std::string groupRelation;
     bool ascii = false;
     bool timing = false;
     std::string recordFile;
 
 private:
     bool detail = false;  ///< the default, for who wants to write it
+    std::string group;    ///< class and relation as written
 };
 
 /// Models and start of a run, as the repository knows them.

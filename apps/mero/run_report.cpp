@@ -3,28 +3,37 @@
 #include <fmt/format.h>
 #include <string_view>
 
+#include "apps/mero/html_page.h"
+#include "apps/mero/shown_values.h"
+
 namespace mero {
 
 namespace {
 
-void printTables(const RunResults& results, const RunOptions& options, const std::string& run,
+void printTables(const RunResults& results, const RunOptions& options, const RunDescription& run,
                  const Console& console) {
     bool isFirst = true;
-    for (TextTable table : results.tables) {
-        table.headers.insert(table.headers.begin() + 1, "run: " + run);
+    for (const ResultTable& table : results.tables) {
         if (!isFirst) {
             console.out << '\n';
         }
         isFirst = false;
-        printTable(table, console, options.characters());
+        printTable(textTableOf(table, run), console, options.characters());
     }
-    if (results.tables.empty()) {
-        console.tell(
-            results.document.agents.empty()
-                ? "the models have no agents, so that nothing was measured; \"mero agents REPO add\" makes "
-                  "one"
-                : "no agent has results to show in this analysis; \"mero agents REPO check\" tells more");
-    }
+}
+
+/// Results that hold nothing are told in the user's words, whatever their form.
+void tellEmptyResults(const RunResults& results, const Console& console) {
+    console.tell(
+        results.document.agents.empty()
+            ? "the models have no agents, so that nothing was measured; \"mero agents REPO add\" makes "
+              "one"
+            : "no agent has results to show in this analysis; \"mero agents REPO check\" tells more");
+}
+
+std::string jsonOf(const RunResults& results, const RunOptions& options, const RunDescription& run) {
+    return options.showsTables() ? writeResultDocument(results.document, results.tables, run)
+                                 : writeResultDocument(results.document);
 }
 
 }  // namespace
@@ -53,18 +62,24 @@ void RunTiming::tell(std::uint64_t events, const Console& console) {
     }
 }
 
-void printResults(const RunResults& results, const RunOptions& options, const std::string& run,
+void printResults(const RunResults& results, const RunOptions& options, const RunDescription& run,
                   const Console& console) {
     switch (options.format) {
         case ResultFormat::Json:
-            console.out << writeResultDocument(results.document);
+            console.out << jsonOf(results, options, run);
             break;
         case ResultFormat::Csv:
-            console.out << writeResultTable(results.document, run);
+            console.out << writeResultCsv(results.tables, run);
+            break;
+        case ResultFormat::Html:
+            console.out << writeHtmlPage(results.tables, run);
             break;
         case ResultFormat::Table:
             printTables(results, options, run, console);
             break;
+    }
+    if (options.showsTables() && results.tables.empty()) {
+        tellEmptyResults(results, console);
     }
     for (const std::string& file : results.historyFiles) {
         console.tell("history written to " + file);

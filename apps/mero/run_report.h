@@ -29,8 +29,8 @@ private:
     Clock::time_point started;
 };
 
-/// Prints results in the form asked for. `run` names the run in tables and CSV lines.
-void printResults(const RunResults& results, const RunOptions& options, const std::string& run,
+/// Prints results in the form asked for.
+void printResults(const RunResults& results, const RunOptions& options, const RunDescription& run,
                   const Console& console);
 
 }  // namespace mero

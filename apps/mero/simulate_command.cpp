@@ -90,6 +90,17 @@ Result<void> SimulateCommand::checkUsage() const {
     return options.check();
 }
 
+RunDescription SimulateCommand::descriptionOf(const RunSummary& summary, const RunPlan& plan,
+                                              const Repository& repository) const {
+    RunDescription run = describeRun(options, plan, repository);
+    run.title = fmt::format("simulation of {}, {} instances, seed {}", fmt::join(run.models, ", "),
+                            summary.started, seed);
+    run.isSimulation = true;
+    run.seed = seed;
+    run.fingerprint = summary.fingerprint;
+    return run;
+}
+
 Result<void> SimulateCommand::run(Console& console) {
     RunTiming timing;
     timing.begin("load");
@@ -149,13 +160,7 @@ Result<void> SimulateCommand::run(Console& console) {
     if (Result<void> recorded = recorder.value()->finish(); !recorded) {
         return recorded;
     }
-    std::string names;
-    for (const MeroId model : settings.models) {
-        names += (names.empty() ? "" : ", ") + std::string(repository.findModel(model)->name.view());
-    }
-    printResults(results, options,
-                 fmt::format("simulation of {}, {} instances, seed {}", names, summary.started, seed),
-                 console);
+    printResults(results, options, descriptionOf(summary, plan.value(), repository), console);
     tellSummary(summary, console);
     if (!options.recordFile.empty()) {
         console.tell("events written to " + options.recordFile);

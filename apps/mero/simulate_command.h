@@ -4,6 +4,8 @@
 
 #include "apps/mero/command.h"
 #include "apps/mero/run_options.h"
+#include "platform/engine/simulation_settings.h"
+#include "platform/interchange/result_table.h"
 
 namespace mero {
 
@@ -15,6 +17,9 @@ public:
     Result<void> run(Console& console) override;
 
 private:
+    [[nodiscard]] RunDescription descriptionOf(const RunSummary& summary, const RunPlan& plan,
+                                               const Repository& repository) const;
+
     RunOptions options;
     std::uint64_t instances = 0;
     std::string until;

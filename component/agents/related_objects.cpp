@@ -71,6 +71,25 @@ bool addReached(MeroCoreMM_Enhanced& repository, MeroId object, const RelationCl
     return true;
 }
 
+/// What relations of the class join with `object` in either direction: nothing with a model, which is
+/// measured as well but isn't an object.
+bool addJoined(MeroCoreMM_Enhanced& repository, MeroId object, MeroId relation, ISortedSet<MeroId>& joined) {
+    ISortedSet<MeroId> ends;
+    const int code = repository.getFromInstances(object, relation, ends);
+    if (code == RepositoryNotFound) {
+        return true;
+    }
+    if (!succeeded(code, __LINE__)) {
+        return false;
+    }
+    joined.insertAll(ends);
+    if (!succeeded(repository.getToInstances(object, relation, ends), __LINE__)) {
+        return false;
+    }
+    joined.insertAll(ends);
+    return true;
+}
+
 }  // namespace
 
 int findRelatedObjects(const ISortedSet<MeroId>& objects, const SV::String& className,
@@ -90,15 +109,12 @@ int findRelatedObjects(const ISortedSet<MeroId>& objects, const SV::String& clas
     }
     int status = StatusNoRelatedObject;
     for (const MeroId object : objects) {
-        ISortedSet<MeroId> sources;
-        ISortedSet<MeroId> targets;
-        if (!succeeded(repository.getFromInstances(object, relationId, sources), __LINE__) ||
-            !succeeded(repository.getToInstances(object, relationId, targets), __LINE__)) {
+        ISortedSet<MeroId> joined;
+        if (!addJoined(repository, object, relationId, joined)) {
             return StatusRepositoryError;
         }
-        sources.insertAll(targets);
         ISortedSet<MeroId> found;
-        if (addRelatedOfClass(repository, sources, classId, found) != StatusOk) {
+        if (addRelatedOfClass(repository, joined, classId, found) != StatusOk) {
             return StatusRepositoryError;
         }
         if (found.empty()) {

@@ -1,7 +1,6 @@
 #include "platform/interchange/result_document.h"
 
 #include <algorithm>
-#include <cmath>
 #include <fmt/format.h>
 #include <limits>
 #include <nlohmann/json.hpp>
@@ -9,6 +8,7 @@
 
 #include "platform/interchange/document_node.h"
 #include "platform/interchange/json_reader.h"
+#include "platform/interchange/result_json.h"
 
 namespace mero {
 
@@ -18,7 +18,6 @@ using Json = nlohmann::ordered_json;
 
 constexpr std::string_view ResultFormatName = "mero-results";
 constexpr std::int32_t ResultFormatVersion = 1;
-constexpr int ResultKindSeconds = 2;
 
 bool pathBefore(const ResultItem& left, const ResultItem& right) {
     const auto byText = [](const ResultName& a, const ResultName& b) { return a.text < b.text; };
@@ -151,8 +150,8 @@ ResultOfAgent readAgent(const DocumentNode& node) {
 }
 
 ResultDocument readDocument(const DocumentNode& node) {
-    node.checkKeys(
-        {"format", "version", "analysis", "simStart", "simEnd", "messages", "internalErrors", "agents"});
+    node.checkKeys({"format", "version", "analysis", "simStart", "simEnd", "messages", "internalErrors",
+                    "agents", "run", "tables"});
     const DocumentNode format = node.at("format");
     if (format.text() != ResultFormatName) {
         format.refuse(
@@ -173,14 +172,6 @@ ResultDocument readDocument(const DocumentNode& node) {
         document.agents.push_back(readAgent(agent));
     }
     return document;
-}
-
-std::string pathText(const ResultItem& item) {
-    std::string text;
-    for (const ResultName& name : item.path) {
-        text += (text.empty() ? "" : " / ") + name.text;
-    }
-    return text;
 }
 
 }  // namespace
@@ -207,21 +198,28 @@ void sortResults(ResultDocument& document) {
     }
 }
 
-std::string writeResultDocument(ResultDocument document) {
+nlohmann::ordered_json jsonOf(ResultDocument document) {
     sortResults(document);
     Json agents = Json::array();
     for (const ResultOfAgent& agent : document.agents) {
         agents.push_back(jsonOf(agent));
     }
-    const Json node{{"format", ResultFormatName},
-                    {"version", ResultFormatVersion},
-                    {"analysis", document.analysis},
-                    {"simStart", document.simStart},
-                    {"simEnd", document.simEnd},
-                    {"messages", document.messages},
-                    {"internalErrors", document.internalErrors},
-                    {"agents", std::move(agents)}};
+    return {{"format", ResultFormatName},
+            {"version", ResultFormatVersion},
+            {"analysis", document.analysis},
+            {"simStart", document.simStart},
+            {"simEnd", document.simEnd},
+            {"messages", document.messages},
+            {"internalErrors", document.internalErrors},
+            {"agents", std::move(agents)}};
+}
+
+std::string textOf(const nlohmann::ordered_json& node) {
     return node.dump(2, ' ', false, nlohmann::json::error_handler_t::replace) + "\n";
+}
+
+std::string writeResultDocument(ResultDocument document) {
+    return textOf(jsonOf(std::move(document)));
 }
 
 Result<ResultDocument> readResultDocument(std::string_view text, std::string_view source) {
@@ -248,29 +246,6 @@ std::string csvCell(std::string_view text) {
         }
     }
     return cell + '"';
-}
-
-std::string writeResultTable(ResultDocument document, std::string_view run) {
-    sortResults(document);
-    std::string table = "run,model,agent,measure,object_model,object,path,value,divisor,unit\r\n";
-    for (const ResultOfAgent& agent : document.agents) {
-        for (const ResultOfSubAgent& subAgent : agent.subAgents) {
-            if (!subAgent.resultSet) {
-                continue;
-            }
-            const std::string_view unit = subAgent.resultSet->resultKind == ResultKindSeconds ? "s" : "";
-            for (const ResultOfObject& result : subAgent.resultSet->results) {
-                for (const ResultItem& item : result.items) {
-                    table += fmt::format(
-                        "{},{},{},{},{},{},{},{},{},{}\r\n", csvCell(run), csvCell(agent.model),
-                        csvCell(agent.name.text), csvCell(subAgent.name), csvCell(result.objectModel),
-                        csvCell(result.object.text), csvCell(pathText(item)),
-                        std::isfinite(item.value) ? fmt::format("{}", item.value) : "", item.divisor, unit);
-                }
-            }
-        }
-    }
-    return table;
 }
 
 }  // namespace mero

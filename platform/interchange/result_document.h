@@ -80,14 +80,9 @@ void sortResults(ResultDocument& document);
 /// that isn't finite is null.
 std::string writeResultDocument(ResultDocument document);
 
-/// Reads what `writeResultDocument` writes; identifiers are 0, and a null value is read as not-a-number.
+/// Reads what `writeResultDocument` writes; identifiers are 0, and a null value is read as not-a-number. The
+/// keys `run` and `tables`, which say the same for people, are passed over.
 Result<ResultDocument> readResultDocument(std::string_view text, std::string_view source);
-
-/// The sorted values as CSV text (RFC 4180, decimal points, full precision): a header line, then one line an
-/// item with the columns run, model, agent, measure, object_model, object, path, value, divisor, unit. `run`
-/// names the run in every line. The names of a path are joined by " / ". `value` is empty for one that isn't
-/// finite; `unit` is "s" for times.
-std::string writeResultTable(ResultDocument document, std::string_view run);
 
 /// A cell of a CSV line: in quotes where it holds a separator, a quote or a line break.
 std::string csvCell(std::string_view text);

@@ -50,7 +50,8 @@ TEST_F(CommandsTest, WrongUsageGivesTwoAndChangesNothing) {
         {"simulate", document, "--models", "Order", "--instances", "1", "--analysis", "static"},
         {"simulate", document, "--models", "Order", "--instances", "1", "--scaled", "1"},
         {"simulate", document, "--models", "Order", "--until", "tomorrow"},
-        {"simulate", document, "--models", "Order", "--instances", "1", "--results", "html"},
+        {"simulate", document, "--models", "Order", "--instances", "1", "--results", "page"},
+        {"simulate", document, "--models", "Order", "--instances", "1", "--group", "Role"},
         {"simulate", document, "--models", "Order", "--instances", "1", "--detail", "--total"},
         {"replay", document, "--events", "e.csv", "--models", "Order", "--analysis", "static"},
         {"replay", document, "--events", "e.csv", "--models", "Order", "--start", "2026-02-30T08:00"},
@@ -79,6 +80,10 @@ TEST_F(CommandsTest, RefusalsNameTheReason) {
           Case{{"simulate", document, "--models", "Staff", "--instances", "1"}, "working environment"},
           Case{{"simulate", document, "--models", "Order", "--environment", "Order", "--instances", "1"},
                "not a working environment"},
+          Case{{"simulate", document, "--models", "Order", "--instances", "1", "--group", "Role/Part"},
+               "no relation \"Part\""},
+          Case{{"simulate", document, "--models", "Order", "--instances", "1", "--group", "Task/Has role"},
+               "no class \"Task\""},
           Case{{"simulate", missing, "--models", "Order", "--instances", "1"}, missing},
           Case{{"replay", document, "--events", missing, "--models", "Order"}, missing},
           Case{{"export", document, folder / "no/such/folder.json"}, "can't be written"},
@@ -145,13 +150,6 @@ TEST_F(CommandsTest, TableShowsRunAgentAnalysisScaleAndExtremes) {
         runProgram({"simulate", document, "--models", "Order", "--instances", "200", "--total", "--ascii"});
     EXPECT_NE(total.out.find("\n2. "), std::string::npos) << total.out;
     EXPECT_EQ(total.out.find("1.1."), std::string::npos);
-}
-
-TEST_F(CommandsTest, CsvLinesCarryTheirContext) {
-    const ProgramRun run =
-        runProgram({"simulate", document, "--models", "Order", "--instances", "10", "--results", "csv"});
-    EXPECT_EQ(run.out.rfind("run,model,agent,measure,object_model,object,path,value,divisor,unit", 0), 0U);
-    EXPECT_NE(run.out.find(",Order,Counts,A,Order,Pack,Order / Pack,10,"), std::string::npos) << run.out;
 }
 
 TEST_F(CommandsTest, OddModelsAreToldInTheWordsOfTheUser) {

@@ -76,17 +76,6 @@ TEST(ResultDocument, NumbersReadBackToTheSameBits) {
     EXPECT_EQ(results[3].items[0].value, 0.1);
 }
 
-TEST(ResultDocument, TheTableQuotesWhatWouldBreakALine) {
-    const std::string table = writeResultTable(mixedUp(), "seed 1, day 2");
-    EXPECT_TRUE(
-        table.starts_with("run,model,agent,measure,object_model,object,path,value,divisor,unit\r\n"
-                          "\"seed 1, day 2\",A,Z,sub,,\xC3\xA4,\"say \"\"hi\"\", you\",5e-324,0,s\r\n"
-                          "\"seed 1, day 2\",A,Z,sub,M,a,,,0,s\r\n"
-                          "\"seed 1, day 2\",A,Z,sub,M,a,,0.1,0,s\r\n"
-                          "\"seed 1, day 2\",A,Z,sub,M,b,M,4,0,s\r\n"))
-        << table;
-}
-
 TEST(ResultDocument, BrokenTextsAreRefusedWithTheirPlace) {
     const std::string good = writeResultDocument(mixedUp());
     const auto broken = [&good](const std::string& from, const std::string& to) {

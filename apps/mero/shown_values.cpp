@@ -1,0 +1,122 @@
+#include "apps/mero/shown_values.h"
+
+#include <algorithm>
+#include <cmath>
+#include <fmt/format.h>
+
+#include "component/host/core_time.h"
+
+namespace mero {
+
+std::string cellText(double value, const ResultTable::Column& column, const RunDescription& run) {
+    if (!std::isfinite(value)) {
+        return "-";
+    }
+    if (column.unit == ResultUnit::Seconds && column.statistic != ResultStatistic::Count) {
+        return std::string(MeroCoreTime(value, run.daysPerYear, run.hoursPerDay).asText().view());
+    }
+    return std::string(SV::String(value).view());
+}
+
+std::string durationText(double seconds, const RunDescription& run) {
+    constexpr double Minute = 60.0;
+    constexpr double Hour = 3600.0;
+    constexpr int PartsShown = 3;
+    if (!std::isfinite(seconds)) {
+        return "-";
+    }
+    double left = std::abs(seconds);
+    if (left < Minute) {
+        return fmt::format("{:.4g} s", seconds);
+    }
+    left = std::round(left);
+    struct Part {
+        double length;
+        const char* unit;
+    };
+    const double day = run.hoursPerDay * Hour;
+    std::string text = seconds < 0.0 ? "-" : "";
+    int shown = 0;
+    for (const Part& part : {Part{run.daysPerYear * day, "y"}, Part{day, "d"}, Part{Hour, "h"},
+                             Part{Minute, "min"}, Part{1.0, "s"}}) {
+        const double count = std::floor(left / part.length);
+        left -= count * part.length;
+        if (count > 0.0 && shown < PartsShown) {
+            text += fmt::format("{}{:.0f} {}", shown == 0 ? "" : " ", count, part.unit);
+            ++shown;
+        }
+    }
+    return text;
+}
+
+std::string RowNumbers::next(std::size_t depth) {
+    counters.resize(depth + 1, 0);
+    ++counters.back();
+    std::string text;
+    for (const int counter : counters) {
+        text += std::to_string(counter) + '.';
+    }
+    return text;
+}
+
+std::string statisticTitle(ResultStatistic statistic, double confidence) {
+    switch (statistic) {
+        case ResultStatistic::Count:
+            return "runs";
+        case ResultStatistic::Mean:
+            return "mean";
+        case ResultStatistic::Deviation:
+            return "std. dev.";
+        case ResultStatistic::Lower:
+            return fmt::format("{} % from", confidence * 100.0);
+        case ResultStatistic::Upper:
+            return fmt::format("{} % to", confidence * 100.0);
+        case ResultStatistic::Value:
+            break;
+    }
+    return {};
+}
+
+bool isCountShown(const ResultTable& table, std::size_t column, const RunDescription& run) {
+    const auto all = static_cast<double>(run.runs.size());
+    return std::any_of(table.rows.begin(), table.rows.end(), [&](const ResultTable::Row& row) {
+        return std::isfinite(row.cells[column]) && row.cells[column] != all;
+    });
+}
+
+std::string contextLine(const ResultTable& table, const RunDescription& run) {
+    std::string line = fmt::format("analysis: {}   scale: {}", run.analysis, table.scale);
+    if (table.isGrouped) {
+        line += fmt::format("   grouped: {} over {}", run.groupClass, run.groupRelation);
+    }
+    return line;
+}
+
+TextTable textTableOf(const ResultTable& table, const RunDescription& run) {
+    TextTable text;
+    text.headers = {table.agent.text + " (" + table.model + ")", "run: " + run.title,
+                    contextLine(table, run)};
+    text.labelTitle = "Object";
+    std::vector<std::size_t> shown;
+    for (std::size_t number = 0; number < table.columns.size(); ++number) {
+        const ResultTable::Column& column = table.columns[number];
+        if (column.statistic == ResultStatistic::Count && !isCountShown(table, number, run)) {
+            continue;
+        }
+        const std::string statistic = statisticTitle(column.statistic, run.confidence);
+        text.columns.push_back(column.measure + (statistic.empty() ? "" : ": ") + statistic);
+        shown.push_back(number);
+    }
+    RowNumbers numbers;
+    for (const ResultTable::Row& row : table.rows) {
+        const bool isObject = row.kind == ResultTable::RowKind::Object;
+        TextTable::Row line{row.depth, (isObject ? numbers.next(row.depth) + ' ' : "") + row.label, {}};
+        for (const std::size_t number : shown) {
+            line.cells.push_back(cellText(row.cells[number], table.columns[number], run));
+        }
+        (isObject ? text.rows : text.summary).push_back(std::move(line));
+    }
+    return text;
+}
+
+}  // namespace mero

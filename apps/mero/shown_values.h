@@ -1,0 +1,41 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "apps/mero/text_table.h"
+#include "platform/interchange/result_table.h"
+
+namespace mero {
+
+/// Text of a value in the column: "-" for none, a number as short as it reads back, a time as YY:DDD:HH:MM:SS
+/// in the base of the run.
+[[nodiscard]] std::string cellText(double value, const ResultTable::Column& column,
+                                   const RunDescription& run);
+
+/// A time for people: "2 d 3 h 20 min", three parts at most; "-" for none.
+[[nodiscard]] std::string durationText(double seconds, const RunDescription& run);
+
+/// Numbers of the rows of a table, which have to come in its order: "1.", "1.1.", "2.".
+class RowNumbers {
+public:
+    /// Of a row that isn't a sum or an extreme.
+    std::string next(std::size_t depth);
+
+private:
+    std::vector<int> counters;
+};
+
+/// "Mean", "95 % from" and so on; empty for the value of one run.
+[[nodiscard]] std::string statisticTitle(ResultStatistic statistic, double confidence);
+
+/// Whether a count of replications tells something: if a value is missing in one of them.
+[[nodiscard]] bool isCountShown(const ResultTable& table, std::size_t column, const RunDescription& run);
+
+/// "analysis: path   scale: 1", with the grouping if there is one.
+[[nodiscard]] std::string contextLine(const ResultTable& table, const RunDescription& run);
+
+/// The table for a terminal.
+[[nodiscard]] TextTable textTableOf(const ResultTable& table, const RunDescription& run);
+
+}  // namespace mero

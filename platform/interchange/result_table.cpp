@@ -1,0 +1,30 @@
+#include "platform/interchange/result_table.h"
+
+#include <algorithm>
+
+namespace mero {
+
+const std::vector<const ResultName*>& RowPaths::of(const ResultTable::Row& row) {
+    const bool isObject = row.kind == ResultTable::RowKind::Object;
+    path.resize(isObject ? std::min(row.depth, path.size()) : 0);
+    if (isObject) {
+        path.push_back(&row.object);
+    }
+    return path;
+}
+
+std::string_view wordOf(ResultTable::RowKind kind) {
+    switch (kind) {
+        case ResultTable::RowKind::Object:
+            return "object";
+        case ResultTable::RowKind::Sum:
+            return "sum";
+        case ResultTable::RowKind::Minimum:
+            return "minimum";
+        case ResultTable::RowKind::Maximum:
+            break;
+    }
+    return "maximum";
+}
+
+}  // namespace mero

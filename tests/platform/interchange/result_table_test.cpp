@@ -1,0 +1,72 @@
+#include "platform/interchange/result_table.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+namespace mero {
+
+namespace {
+
+using RowKind = ResultTable::RowKind;
+
+ResultTable smallTable() {
+    ResultTable table{{"Cou,nts", 9}, "Ord\"er", 2.5, false, {}, {}};
+    table.columns = {
+        {.measure = "F\nx", .type = "FREQUENCY"},
+        {.measure = "T", .type = "CYCLETIME", .position = 2, .unit = ResultUnit::Seconds, .scale = 2.5}};
+    table.rows = {{RowKind::Object, 0, {"Order", 1}, "", "Order", {ResultTable::NoValue, 1e-7}},
+                  {RowKind::Object, 1, {"Ship", 2}, "Order", "Ship (Order)", {ResultTable::NoValue, 0.0}},
+                  {RowKind::Object, 2, {"Pack", 3}, "Sub", "Pack (Sub)", {0.1, 7200.5}},
+                  {RowKind::Object, 1, {"Pay", 4}, "Order", "Pay (Order)", {3.0, ResultTable::NoValue}},
+                  {RowKind::Sum, 0, {}, "", "Sum", {3.1, 7200.5}}};
+    return table;
+}
+
+RunDescription smallRun() {
+    RunDescription run;
+    run.title = "run, 1";
+    run.isSimulation = true;
+    run.analysis = "path";
+    run.models = {"Order"};
+    run.seed = 7;
+    run.fingerprint = 0xabc;
+    return run;
+}
+
+TEST(ResultTable, CsvLinesCarryTheirContextAndQuoteWhatWouldBreakThem) {
+    const std::string begin = "\"run, 1\",\"Ord\"\"er\",\"Cou,nts\",";
+    const std::string end = ",path,7,0000000000000abc\r\n";
+    EXPECT_EQ(writeResultCsv({smallTable()}, smallRun()),
+              "run,model,agent,measure,object_model,object,path,value,unit,scale,row,analysis,seed,"
+              "fingerprint\r\n" +
+                  begin + "T,,Order,Order,1e-07,s,2.5,object" + end +  //
+                  begin + "T,Order,Ship,Order / Ship,0,s,2.5,object" + end + begin +
+                  "\"F\nx\",Sub,Pack,Order / Ship / Pack,0.1,,1,object" + end + begin +
+                  "T,Sub,Pack,Order / Ship / Pack,7200.5,s,2.5,object" + end + begin +
+                  "\"F\nx\",Order,Pay,Order / Pay,3,,1,object" + end + begin + "\"F\nx\",,,,3.1,,1,sum" +
+                  end + begin + "T,,,,7200.5,s,2.5,sum" + end);
+}
+
+TEST(ResultTable, TheDocumentWithTablesKeepsItsKeysAndCanBeRead) {
+    ResultDocument document;
+    document.analysis = 1;
+    const std::string text = writeResultDocument(document, {smallTable()}, smallRun());
+    EXPECT_TRUE(readResultDocument(text, "r.json"));
+    auto json = nlohmann::json::parse(text);
+    EXPECT_EQ(json["run"]["seed"], 7);
+    EXPECT_EQ(json["run"]["fingerprint"], "0000000000000abc");
+    const auto& table = json["tables"][0];
+    EXPECT_EQ(table["columns"][1]["unit"], "s");
+    EXPECT_EQ(table["columns"][1]["scale"], 2.5);
+    EXPECT_EQ(table["rows"][2]["path"], (std::vector<std::string>{"Order", "Ship", "Pack"}));
+    EXPECT_EQ(table["rows"][3]["path"], (std::vector<std::string>{"Order", "Pay"}));
+    EXPECT_TRUE(table["rows"][3]["values"][1].is_null());
+    EXPECT_EQ(table["rows"][4]["row"], "sum");
+    json.erase("run");
+    json.erase("tables");
+    EXPECT_EQ(json, nlohmann::json::parse(writeResultDocument(document)));
+}
+
+}  // namespace
+
+}  // namespace mero
