@@ -4,21 +4,12 @@
 #include <filesystem>
 #include <fmt/format.h>
 
-#include "apps/mero/atomic_file.h"
+#include "apps/mero/file_import.h"
 #include "apps/mero/repository_file.h"
-#include "platform/interchange/bpmn_import.h"
-#include "platform/interchange/repository_document.h"
-#include "platform/interchange/xes_import.h"
 
 namespace mero {
 
 namespace {
-
-/// A document is told by its first character, whatever the file is called.
-bool isDocument(const std::string& bytes) {
-    const std::size_t first = bytes.find_first_not_of(" \t\r\n\xef\xbb\xbf");
-    return first != std::string::npos && bytes[first] == '{';
-}
 
 void describeModel(const Repository& repository, MeroId id, const Console& console) {
     const Model& model = *repository.findModel(id);
@@ -77,60 +68,6 @@ CLI::App* ImportCommand::describe(CLI::App& program) {
     return command;
 }
 
-Result<void> ImportCommand::importProcesses(const std::string& name, const std::string& bytes,
-                                            Repository& repository, const Console& console) const {
-    std::vector<std::string> parameterBytes;
-    std::vector<ImportFile> parameters;
-    parameterBytes.reserve(parametersFiles.size());
-    for (const std::string& parametersFile : parametersFiles) {
-        Result<std::string> read = readWholeFile(parametersFile);
-        if (!read) {
-            return read.error();
-        }
-        parameterBytes.push_back(std::move(read.value()));
-        parameters.push_back({parameterBytes.back(), parametersFile});
-    }
-    const Result<ImportReport> report = importBpmn({bytes, name}, repository, parameters);
-    if (!report) {
-        return report.error();
-    }
-    describeImport(report.value(), repository, console);
-    return {};
-}
-
-Result<void> ImportCommand::importFile(const std::string& name, Repository& repository,
-                                       const Console& console) const {
-    if (isXesFile(name)) {
-        if (!parametersFiles.empty()) {
-            return Error{"--parameters belongs to a BPMN file, not to an event log"};
-        }
-        const Result<ImportReport> report = importXesFile(name, repository);
-        if (!report) {
-            return report.error();
-        }
-        console.out << name << ":\n";
-        describeImport(report.value(), repository, console);
-        return {};
-    }
-    const Result<std::string> bytes = readWholeFile(name);
-    if (!bytes) {
-        return bytes.error();
-    }
-    console.out << name << ":\n";
-    if (!isDocument(bytes.value())) {
-        return importProcesses(name, bytes.value(), repository, console);
-    }
-    const std::size_t before = repository.modelIds().size();
-    if (Result<void> read = readRepositoryDocument(bytes.value(), name, repository); !read) {
-        return read;
-    }
-    const std::vector<MeroId> models = repository.modelIds();
-    for (std::size_t index = before; index < models.size(); ++index) {
-        describeModel(repository, models[index], console);
-    }
-    return {};
-}
-
 Result<void> ImportCommand::run(Console& console) {
     if (!parametersFiles.empty() && files.size() > 1) {
         return Error{"--parameters belongs to one BPMN file; import the files one by one"};
@@ -140,9 +77,13 @@ Result<void> ImportCommand::run(Console& console) {
         return file.error();
     }
     for (const std::string& name : files) {
-        if (Result<void> imported = importFile(name, file.value()->repository(), console); !imported) {
-            return Error{imported.error().text + " (nothing was imported)"};
+        Repository& repository = file.value()->repository();
+        const Result<ImportReport> report = importFile(name, parametersFiles, repository);
+        if (!report) {
+            return Error{report.error().text + " (nothing was imported)"};
         }
+        console.out << name << ":\n";
+        describeImport(report.value(), repository, console);
     }
     return file.value()->save();
 }

@@ -7,6 +7,7 @@
 #include "component/host/sv_boxes.h"
 
 #include "apps/mero/agent_definitions.h"
+#include "apps/mero/run_settings.h"
 #include "component/agents/atomar_agent.h"
 #include "component/agents/super_agent.h"
 #include "platform/toolkit/internal_errors.h"
@@ -14,18 +15,6 @@
 namespace mero {
 
 namespace {
-
-/// The attributes that hold the times of an activity.
-ISequence<MeroId> simulationAttributes() {
-    const Library& library = Library::standard();
-    const MeroId activity = library.coreVariable(CoreActivity);
-    ISequence<MeroId> attributes;
-    for (const char* const name : {"Execution time", "Waiting time", "Resting time", "Transport time"}) {
-        const Library::Attribute* const attribute = library.findAttribute(activity, name);
-        attributes.append(attribute != nullptr ? attribute->id : MeroNoId);
-    }
-    return attributes;
-}
 
 /// Why agents don't measure, in the user's words; empty if all that should do.
 std::string describeStart(int status) {

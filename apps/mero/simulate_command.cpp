@@ -10,6 +10,7 @@
 #include "apps/mero/progress_bar.h"
 #include "apps/mero/repository_file.h"
 #include "apps/mero/run_report.h"
+#include "apps/mero/run_settings.h"
 #include "platform/engine/simulation.h"
 
 namespace mero {
@@ -47,12 +48,6 @@ void tellMissingEnds(const Repository& repository, const std::vector<MeroId>& mo
 std::int64_t secondsOf(const std::string& timeText, const RunOptions& options) {
     MeroCoreTime time(0.0, options.daysPerYear, options.hoursPerDay);
     return static_cast<std::int64_t>(time._s2d(SV::String(timeText)));
-}
-
-std::int64_t secondsOfYear(const SV::DateTime& start) {
-    const std::int64_t time = start.GetTime().GetTime();  // HHMMSShh
-    const std::int64_t hours = (start.GetDate().GetDayOfYear() - 1) * std::int64_t{24} + time / 1'000'000;
-    return (hours * 60 + time / 10'000 % 100) * 60 + time / 100 % 100;
 }
 
 }  // namespace
