@@ -96,5 +96,6 @@ std::unique_ptr<MeroGraphResultWindow> MeroAgentResultWindows::buildGraphWindow(
     }
     window->SetText(caption);
     window->Show();
+    window->getGraph().UpdateFunctionGraph();
     return window;
 }

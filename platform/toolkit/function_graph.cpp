@@ -63,17 +63,17 @@ void MeroFunctionGraph::UpdateFunctionGraph() {
 
 void MeroFunctionGraph::SetLabelColor(const SV::Color& color) {
     labelColor = color;
-    tell(SV::Aspect::Drawing);
+    tell(SV::Aspect::Text);
 }
 
 void MeroFunctionGraph::SetLabelingXMethod(Labeling method) {
     xLabeling = std::move(method);
-    tell(SV::Aspect::Drawing);
+    tell(SV::Aspect::Text);
 }
 
 void MeroFunctionGraph::SetLabelingYMethod(Labeling method) {
     yLabeling = std::move(method);
-    tell(SV::Aspect::Drawing);
+    tell(SV::Aspect::Text);
 }
 
 SV::String MeroFunctionGraph::GetXLabel(double value) const {
@@ -87,7 +87,7 @@ SV::String MeroFunctionGraph::GetYLabel(double value) const {
 void MeroFunctionGraph::SetAxisTitles(const SV::String& titleX, const SV::String& titleY) {
     xTitle = titleX;
     yTitle = titleY;
-    tell(SV::Aspect::Drawing);
+    tell(SV::Aspect::Text);
 }
 
 MeroFunctionGraphLegend::MeroFunctionGraphLegend(SV::Window* parent, SV::ResId id)

@@ -65,12 +65,27 @@ private:
     double high = 0;
 };
 
+/// The time of drawing a thick line grows with the square of its crossings with itself.
+void drawInPieces(QPainter& painter, const QPolygonF& line) {
+    constexpr qsizetype PointsOfPiece = 16;
+    for (qsizetype from = 0; from + 1 < line.size(); from += PointsOfPiece) {
+        const qsizetype count = std::min(PointsOfPiece + 1, line.size() - from);
+        painter.drawPolyline(line.data() + from, static_cast<int>(count));
+    }
+}
+
 }  // namespace
 
 void CurvePlottable::setCurve(const MeroFunctionGraph::Curve* newCurve) {
     curve = newCurve;
     measured = 0;
     measure();
+}
+
+void CurvePlottable::followCurve(const MeroFunctionGraph::Curve* movedCurve) {
+    if (curve != nullptr) {
+        curve = movedCurve;
+    }
 }
 
 void CurvePlottable::measure() {
@@ -129,7 +144,7 @@ void CurvePlottable::draw(QCPPainter* painter) {
     painter->setPen(mPen);
     painter->setBrush(Qt::NoBrush);
     const QPolygonF line = visibleLine();
-    painter->drawPolyline(line);
+    drawInPieces(*painter, line);
     constexpr qsizetype FewPoints = 60;
     if (static_cast<qsizetype>(curve->points.size()) <= FewPoints) {
         painter->setBrush(mPen.color());

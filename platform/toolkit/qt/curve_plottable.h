@@ -14,6 +14,8 @@ public:
 
     /// Null for none. Not owned.
     void setCurve(const MeroFunctionGraph::Curve* newCurve);
+    /// The same curve at another place in memory, if there is one.
+    void followCurve(const MeroFunctionGraph::Curve* movedCurve);
     [[nodiscard]] const MeroFunctionGraph::Curve* getCurve() const { return curve; }
     /// Takes the points that have come into the extent.
     void measure();

@@ -19,6 +19,8 @@ namespace mero::qt {
 
 namespace {
 
+constexpr double CurveWidth = 1.75;
+
 class GraphPeer : public ControlPeer {
 public:
     GraphPeer(MeroFunctionGraph& shownGraph, QWidget* place)
@@ -67,11 +69,15 @@ protected:
     void update(const SV::Change& change) override {
         switch (change.aspect) {
             case SV::Aspect::Curves:
-            case SV::Aspect::Selection:
                 // Curves may have moved in memory.
+                curve->followCurve(graph.FindCurve(graph.GetShownGraph()));
+                redrawSoon();
+                break;
+            case SV::Aspect::Selection:
                 isNewCurve = true;
                 redrawSoon();
                 break;
+            case SV::Aspect::Text:
             case SV::Aspect::Points:
                 redrawSoon();
                 break;
@@ -101,7 +107,7 @@ private:
             curve->setCurve(shown);
             if (shown != nullptr) {
                 const int position = static_cast<int>(shown - graph.GetCurves().data());
-                QPen pen(categoryColor(position), shown->points.size() > 10000 ? 1.0 : 1.75);
+                QPen pen(categoryColor(position), CurveWidth);
                 pen.setStyle(isDashedCategory(position) ? Qt::DashLine : Qt::SolidLine);
                 curve->setPen(pen);
             }
