@@ -43,13 +43,16 @@ enum MeroCoreVarConstType : int { CoreProcessLibrary = 4, CoreEnvironmentLibrary
 
 /// Class codes that identify a model's kind and its library.
 enum MeroClassCode : MeroId {
-    ClassCodeName = 4,          ///< attribute: a class's name
-    ClassCodeInstanceName = 9,  ///< attribute: an instance's name
+    ClassCodeName = 4,           ///< attribute: a class's name
+    ClassCodeAbstract = 5,       ///< attribute: 1 for a class without instances of its own
+    ClassCodeInstanceName = 9,   ///< attribute: an instance's name
+    ClassCodeRelationName = 10,  ///< attribute: a relation class's name
     ClassCodeEnvironmentLibrary = 39,
     ClassCodeProcessLibrary = 42,
     ClassCodeEnvironmentModel = 53,
     ClassCodeProcessModel = 56,
     ClassCodeModel = 69,
+    ClassCodeModelType = 94,  ///< attribute: name of a model's type
 };
 
 /// Reference to the identifier that the current application library gives to `number`; 0 for an unknown

@@ -28,6 +28,8 @@ public:
     int getAllReferencedModels(ISortedSet<MeroId>& models) const;
     /// Attribute of a class that holds a reference to a called model. A `MeroRepositoryCode`.
     static int getSubModelAttributeOfClass(MeroId classId, MeroId& attributeId);
+    /// Classes that bring a reference to a called model to their instances and to those of the classes below
+    /// them, which aren't told. A `MeroRepositoryCode`.
     static int getAllSubmodelReferencingClasses(MeroId libraryId, ISortedSet<MeroId>& classes);
 
 private:
@@ -41,6 +43,8 @@ public:
     explicit MeroCoreInterModelReference(const SV::String& referenceText) : text(referenceText) {}
     /// A `MeroRepositoryCode`.
     int GetIDOfReferencedModel(MeroId& modelId) const;
+    /// Name of the model as the reference has it.
+    [[nodiscard]] const SV::String& GetModelText() const { return text; }
 
 private:
     SV::String text;

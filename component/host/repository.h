@@ -67,11 +67,13 @@ public:
 
     /// Text of any attribute that holds text. `value` stays the repository's until the next change, and may
     /// come back null, which counts as empty. `RepositoryWrongType` for a number, `RepositoryNotFound` for an
-    /// attribute that the instance's class lacks. Attribute 9 is the name of an instance or model, attribute
-    /// 4 the name of a class, asked with the class's identifier. The last argument is always true.
+    /// attribute that the instance's class lacks. Attribute 9 is the name of an instance or model, 94 the
+    /// name of a model's type; 4 the name of a class and 10 that of a relation class, asked with the class's
+    /// identifier. The last argument is always true.
     virtual int getAttributeValue(MeroId instanceId, MeroId attributeId, const char*& value,
                                   bool resolved) = 0;
     virtual int getAttributeValue(MeroId instanceId, MeroId attributeId, double& value, bool resolved) = 0;
+    /// Also for attribute 5 of a class: 1 if it is abstract, else 0.
     virtual int getAttributeValue(MeroId instanceId, MeroId attributeId, MeroId& value, bool resolved) = 0;
     virtual int getInstanceIDFromInstanceName(MeroId modelId, MeroId classId, const SV::String& name,
                                               MeroId& instanceId) = 0;

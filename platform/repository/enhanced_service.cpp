@@ -225,16 +225,21 @@ int EnhancedService::getAttributeValue(MeroId instanceId, MeroId attributeId, co
             value = entry->name.c_str();
             return RepositoryOk;
         }
-        if (const Library::RelationClass* entry = library.findRelationClass(instanceId)) {
-            value = entry->name.c_str();
+    }
+    if (attributeId == ClassCodeName || attributeId == ClassCodeRelationName) {
+        const Library::RelationClass* entry = library.findRelationClass(instanceId);
+        value = entry != nullptr ? entry->name.c_str() : nullptr;
+        return entry != nullptr ? RepositoryOk : RepositoryNotFound;
+    }
+    if (const Model* model = repository.findModel(instanceId)) {
+        if (attributeId == ClassCodeInstanceName) {
+            value = model->name.GetStr();
             return RepositoryOk;
         }
-        return RepositoryNotFound;
-    }
-    if (const Model* model = repository.findModel(instanceId);
-        model != nullptr && attributeId == ClassCodeInstanceName) {
-        value = model->name.GetStr();
-        return RepositoryOk;
+        if (attributeId == ClassCodeModelType) {
+            value = library.modelTypes()[model->type].name.c_str();
+            return RepositoryOk;
+        }
     }
     // The library has attributes of its own, under its identifier; other classes have values in objects only.
     return repository.findObject(instanceId) != nullptr || isLibrary(instanceId)
@@ -267,6 +272,11 @@ int EnhancedService::getAttributeValue(MeroId instanceId, MeroId attributeId, do
 
 int EnhancedService::getAttributeValue(MeroId instanceId, MeroId attributeId, MeroId& value,
                                        bool /*resolved*/) {
+    if (attributeId == ClassCodeAbstract) {
+        const Library::Class* entry = repository.library().findClass(instanceId);
+        value = entry != nullptr && entry->abstract ? 1 : 0;
+        return entry != nullptr ? RepositoryOk : RepositoryNotFound;
+    }
     return findNumber(instanceId, attributeId, AttributeInteger, value);
 }
 

@@ -1,5 +1,6 @@
 #include "platform/repository/repository_services.h"
 
+#include <algorithm>
 #include <fmt/format.h>
 
 #include "platform/repository/enhanced_service.h"
@@ -113,8 +114,9 @@ public:
         }
         const Library& library = repository.library();
         for (const Library::Class& entry : library.classes()) {
-            if (entry.libraryId == libraryId && !entry.abstract &&
-                library.hasAttribute(entry.id, library.coreVariable(CoreReferencedModel))) {
+            if (entry.libraryId == libraryId &&
+                std::ranges::find(entry.attributes, library.coreVariable(CoreReferencedModel)) !=
+                    entry.attributes.end()) {
                 classes.insert(entry.id);
             }
         }

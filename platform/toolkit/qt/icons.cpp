@@ -59,8 +59,9 @@ constexpr std::array<std::pair<std::uint32_t, std::string_view>, 6> ResourceIcon
 const std::map<std::string_view, std::string_view>& poolIcons() {
     static const std::map<std::string_view, std::string_view> icons{
         {"selbox/unknow2.png", "unknown"},
-        {"Business process model", "process"},
-        {"Working environment model", "environment"}};
+        {"business-process-16.png", "process"},
+        {"working-environment-16.png", "environment"},
+        {"company-map-16.png", "map"}};
     return icons;
 }
 

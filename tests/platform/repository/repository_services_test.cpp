@@ -145,6 +145,15 @@ TEST_F(RepositoryServicesTest, ReadingTellsMissingAttributesFromThoseOfAnotherKi
     EXPECT_EQ(textOf(order, ClassCodeInstanceName), "Order");
     EXPECT_EQ(textOf(taskClass, ClassCodeName), "Task");
     EXPECT_EQ(textOf(hasRole, ClassCodeName), "Has role");
+    EXPECT_EQ(textOf(hasRole, ClassCodeRelationName), "Has role");
+    EXPECT_EQ(textOf(staff, ClassCodeModelType), "Working environment");
+    textOf(check, ClassCodeModelType, RepositoryNotFound);
+    MeroId isAbstract = 0;
+    EXPECT_EQ(enhanced.getAttributeValue(classNamed(42, "Activity"), ClassCodeAbstract, isAbstract, true),
+              RepositoryOk);
+    EXPECT_EQ(isAbstract, 1);
+    EXPECT_EQ(enhanced.getAttributeValue(taskClass, ClassCodeAbstract, isAbstract, true), RepositoryOk);
+    EXPECT_EQ(isAbstract, 0);
     textOf(check, ClassCodeName, RepositoryNotFound);
     EXPECT_EQ(textOf(ClassCodeProcessLibrary, Mero_GetCoreVar(CorePredefinedAgents)), "");
     textOf(ClassCodeEnvironmentLibrary, Mero_GetCoreVar(CorePredefinedAgents), RepositoryNotFound);
@@ -359,7 +368,7 @@ TEST_F(ModelCallsTest, ReferencesAreResolvedByTheHelpersOfTheContract) {
 
     Ids classes;
     EXPECT_EQ(MeroReferencedModelsHandler::getAllSubmodelReferencingClasses(42, classes), RepositoryOk);
-    EXPECT_EQ(classes, (Ids{classNamed(42, "Call activity"), classNamed(42, "Sub-process")}));
+    EXPECT_EQ(classes, Ids{classNamed(42, "Call")});
     EXPECT_EQ(MeroReferencedModelsHandler::getSubModelAttributeOfClass(classes[0], id), RepositoryOk);
     EXPECT_EQ(id, attribute);
     EXPECT_NE(MeroReferencedModelsHandler::getSubModelAttributeOfClass(classNamed(42, "Task"), id),

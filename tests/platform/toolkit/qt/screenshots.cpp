@@ -98,13 +98,13 @@ private:
     }
 
     static void fillTree(MeroTreeListBox& tree) {
-        const SV::Image process("Business process model");
+        const SV::Image process("business-process-16.png");
         const SV::Image active(SV::ResId(0x2005043));
         tree.InsertEntry(1, "Order processing 1.0", MeroNoTreeEntry, process);
         tree.InsertEntry(2, "Delivery performance", 1, active);
         tree.InsertEntry(3, "Cost of an order", 1, SV::Image(SV::ResId(0x2005044)));
         tree.InsertEntry(4, "Strain of the staff", 1, SV::Image(SV::ResId(0x2005045)));
-        tree.InsertEntry(5, "Warehouse staff 1.0", MeroNoTreeEntry, SV::Image("Working environment model"));
+        tree.InsertEntry(5, "Warehouse staff 1.0", MeroNoTreeEntry, SV::Image("working-environment-16.png"));
         tree.InsertEntry(6, "Work load", 5, active);
         tree.ExpandAll();
         tree.SelectEntry(2);
