@@ -14,7 +14,7 @@ public:
     using const_iterator = typename std::vector<T>::const_iterator;
 
     ISortedSet() = default;
-    ISortedSet(std::initializer_list<T> values) { insertRange(values.begin(), values.end()); }
+    ISortedSet(std::initializer_list<T> values) : items(values) { restoreOrder(); }
 
     /// True if `value` wasn't there before.
     bool insert(const T& value) {
@@ -35,8 +35,7 @@ public:
     template <class Iterator>
     void insertRange(Iterator first, Iterator last) {
         items.insert(items.end(), first, last);
-        std::sort(items.begin(), items.end());
-        items.erase(std::unique(items.begin(), items.end()), items.end());
+        restoreOrder();
     }
 
     /// True if `value` was there.
@@ -63,6 +62,11 @@ public:
     friend bool operator==(const ISortedSet& left, const ISortedSet& right) = default;
 
 private:
+    void restoreOrder() {
+        std::sort(items.begin(), items.end());
+        items.erase(std::unique(items.begin(), items.end()), items.end());
+    }
+
     std::vector<T> items;
 };
 

@@ -1,5 +1,7 @@
 #include "platform/repository/standard_library.h"
 
+#include "platform/repository/predefined_agents.h"
+
 namespace mero {
 
 namespace {
@@ -183,7 +185,7 @@ std::vector<Library::Attribute> attributeTable() {
         agentText(ProcessAgentDefinition, "Definition"),
         agentText(ProcessAgentResults, "Results"),
         agentText(ProcessAgentInfoText, "Info text"),
-        text(PredefinedAgents, "Predefined agents"),
+        {PredefinedAgents, "Predefined agents", AttributeText, predefinedAgentsText()},
         integer(Priority, "Priority"),
 
         integer(Availability, "Availability", 100.0),

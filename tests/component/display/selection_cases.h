@@ -8,5 +8,7 @@ namespace mero::test {
 
 [[nodiscard]] std::vector<ToolkitCase> timeScopeCases();
 [[nodiscard]] std::vector<ToolkitCase> diagramStartCases();
+[[nodiscard]] std::vector<ToolkitCase> agentTreeCases();
+[[nodiscard]] std::vector<ToolkitCase> agentTypeCases();
 
 }  // namespace mero::test

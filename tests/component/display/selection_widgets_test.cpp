@@ -24,6 +24,8 @@ TEST_P(SelectionWidgets, MouseAndKeysGiveTheSameState) {
 
 const auto NameOfCase = [](const auto& each) { return each.param.name; };
 INSTANTIATE_TEST_SUITE_P(TimeScope, SelectionWidgets, testing::ValuesIn(timeScopeCases()), NameOfCase);
+INSTANTIATE_TEST_SUITE_P(AgentTree, SelectionWidgets, testing::ValuesIn(agentTreeCases()), NameOfCase);
+INSTANTIATE_TEST_SUITE_P(AgentTypes, SelectionWidgets, testing::ValuesIn(agentTypeCases()), NameOfCase);
 INSTANTIATE_TEST_SUITE_P(DiagramStart, SelectionWidgets, testing::ValuesIn(diagramStartCases()), NameOfCase);
 
 }  // namespace

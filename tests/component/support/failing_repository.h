@@ -6,11 +6,11 @@ namespace mero::test {
 
 /// Stands in front of the installed repository, counts the calls and lets one of them fail: it answers with a
 /// code and does nothing. Installed from its construction to its destruction.
-class FailingRepository final : public MeroCoreModelingManager,
-                                public MeroCoreMM_Basic,
-                                public MeroCoreMM_Enhanced,
-                                public MeroCoreMM_LoadSave,
-                                public MeroCoreMM_References {
+class FailingRepository : public MeroCoreModelingManager,
+                          public MeroCoreMM_Basic,
+                          public MeroCoreMM_Enhanced,
+                          public MeroCoreMM_LoadSave,
+                          public MeroCoreMM_References {
 public:
     static constexpr int NoCall = 0;
 
