@@ -13,6 +13,9 @@
 namespace {
 
 constexpr SV::ResId MessageTooManyCurves{0x2004EA4};
+constexpr SV::ResId TitleOfTimes{0x2012003};
+constexpr SV::ResId TitleOfProcesses{0x2012004};
+constexpr SV::ResId TitleOfSteps{0x2012005};
 constexpr SV::Size MinimumSize{336, 200};
 
 bool isWorkLoadRun() {
@@ -131,6 +134,12 @@ void MeroAgentBasicGraphWindow::showSelectedCurve() {
     }
     graph.SetLabelingXMethod(curve->xIsTime && !isWorkLoadRun() ? formatTimeLabel : formatStepLabel);
     graph.SetLabelingYMethod(curve->yIsTime ? formatTimeLabel : formatNumberLabel);
+    SV::String valueTitle = curve->name;
+    if (curve->yIsTime) {
+        valueTitle = SV::String(TitleOfTimes);
+        valueTitle.Replace("%s", curve->name);
+    }
+    graph.SetAxisTitles(SV::String(isWorkLoadRun() ? TitleOfSteps : TitleOfProcesses), valueTitle);
     graph.ShowGraph(id, 1, 3, 2);
     graph.UpdateFunctionGraph();
 }

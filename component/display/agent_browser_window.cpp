@@ -16,6 +16,7 @@ constexpr SV::ResId PrintText{0x2003BC7};
 constexpr SV::ResId SearchText{0x2003BC8};
 constexpr SV::ResId TableHeader{0x2004F49};
 constexpr SV::ResId PageHeader{0x200505B};
+constexpr SV::ResId MessageNoPrinter{0x2012006};
 
 constexpr SV::Size MinimumSize{280, 200};
 constexpr bool PrinterOrFile = true;
@@ -42,7 +43,10 @@ MeroAgentBrowserWindow::MeroAgentBrowserWindow(SV::Window* parent, MeroAgentResu
     saveButton.SetText(SV::String(SaveText));
     printButton.SetText(SV::String(PrintText));
     searchButton.SetText(SV::String(SearchText));
-    printButton.Enable(Mero_GetPrinter(PrinterOrFile) != nullptr);
+    if (Mero_GetPrinter(PrinterOrFile) == nullptr) {
+        printButton.Disable();
+        printButton.SetToolTip(SV::String(MessageNoPrinter));
+    }
     browser.SetMode(BrowserModeResults);
     setHeaders(caption);
     browser.SetObjects(objects.get());

@@ -66,6 +66,9 @@ bool MeroAgentResultWindows::showTable(SV::Window* parent, const std::vector<Mer
     if (!fillBrowser(*objects, view.kind, isEmpty, resultSets, view.scale) || isEmpty) {
         return false;
     }
+    for (int column = 1; column <= objects->getNumberOfColumns(); ++column) {
+        objects->setColumnToolTip(column, objects->getColumnToolTip(column) + SV::String("\n") + view.title);
+    }
     SV::String caption(TableCaption);
     caption.Replace("%a", nameOfOwner());
     caption += SV::String(": ") + view.title;

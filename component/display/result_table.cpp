@@ -4,6 +4,7 @@
 #include "component/host/basic_services.h"
 
 #include "component/display/agent_result_windows.h"
+#include "component/display/measure_description.h"
 #include "component/management/general_services.h"
 #include "component/management/run_globals.h"
 
@@ -158,6 +159,8 @@ bool MeroAgentResultWindows::fillBrowser(MeroAgentBrowserObjects& objects, MeroD
             set->getName(name);
             objects.addColumn(name, ColumnWidth, ColumnAlignment, ColumnKind);
             columns.push_back({*set, set->isSingleValue() ? scale : 1.0});
+            objects.setColumnToolTip(objects.getNumberOfColumns(),
+                                     describeMeasure(owner, *set, columns.back().factor));
         }
     }
     int number = 0;
@@ -174,6 +177,7 @@ bool MeroAgentResultWindows::fillBrowser(MeroAgentBrowserObjects& objects, MeroD
     if (isEmpty) {
         return true;
     }
+    const int valueRows = objects.getNumberOfRows();
     if (options.sumChecked || options.extremeChecked) {
         appendSeparator(objects, columns);
     }
@@ -188,5 +192,6 @@ bool MeroAgentResultWindows::fillBrowser(MeroAgentBrowserObjects& objects, MeroD
         appendRow(objects, SV::String(MaximumLabel), columns,
                   [](const Column& column) { return std::optional<double>(column.maximum); });
     }
+    objects.setSummaryRows(objects.getNumberOfRows() - valueRows);
     return true;
 }

@@ -88,8 +88,9 @@ constexpr Message Messages[] = {
     {0x2004EA2, "Verlauf"},
     {0x2004EA3, "Wählen Sie in der Legende eine Kurve, um ihre Werte zu sehen."},
     {0x2004EA4,
-     "Ein Fenster zeigt höchstens 50 Kurven; die übrigen fehlen. Wählen Sie weniger Objekte oder Messungen, "
-     "um sie zu sehen."},
+     "Alle Fenster mit Kurven fassen zusammen 50 Kurven; die übrigen fehlen. Schließen Sie Fenster oder "
+     "wählen "
+     "Sie weniger Objekte oder Messungen, um sie zu sehen."},
     {0x2004EAC, "Häufigkeit"},
     {0x2004EAE, "Zählweise"},
     {0x2004EAF, "~Absolut: Ausführungen insgesamt"},
@@ -429,6 +430,27 @@ constexpr Message Messages[] = {
     {0x2011088, "Arbeitszeiten als Bereiche, wie in 08:00-12:00 13:00-17:00; nichts für einen freien Tag."},
     {0x2011089, "Besondere ~Tage, einer je Zeile, wie in DATE date:\"12-25\" hours:\"\":"},
     {0x201108A, "~Kalender verwenden"},
+    {0x2012001, "Gemessen in einer %s."},
+    {0x2012002, "Mit %s multipliziert, was die Werte auf den Umfang bringt."},
+    {0x2012003, "%s (YY:DDD:HH:MM:SS)"},
+    {0x2012004, "Beendete Prozesse"},
+    {0x2012005, "Messwerte, in der Folge ihrer Zeiten"},
+    {0x2012006, "Es ist kein Drucker eingerichtet, und in eine Datei kann auch nicht gedruckt werden."},
+    {0x2012012,
+     "Summe eines Attributs über alle Objekte, durch die ein Prozess läuft, im Mittel der beendeten "
+     "Prozesse."},
+    {0x2012014,
+     "Arbeitszeit, die die Prozessstarts eines Zeitraums vom Bearbeiter verlangen, als Anteil am Zeitraum."},
+    {0x2012015, "Anteil der verfügbaren Arbeitszeit, in dem der Bearbeiter gearbeitet hat."},
+    {0x2012016,
+     "Zeit vom Erreichen des Objekts bis zu seinem Ende, mit allem Warten, im Mittel der beendeten "
+     "Prozesse."},
+    {0x2012018,
+     "Kosten der Ausführungszeiten nach den Sätzen der Bearbeiter, im Mittel der beendeten Prozesse."},
+    {0x2012019, "Kosten eines Durchlaufs nach dem Satz des Bearbeiters, im Mittel aller Durchläufe."},
+    {0x201201A, "Zahl der Ausführungen, insgesamt oder je beendeten Prozess."},
+    {0x201201B, "Zahl der Wechsel zu einem anderen Bearbeiter, im Mittel der beendeten Prozesse."},
+    {0x201201C, "Nach einer Formel aus anderen Messungen des Agenten berechnet."},
 };
 
 static_assert(std::ranges::adjacent_find(Messages, std::ranges::greater_equal{}, &Message::id) ==

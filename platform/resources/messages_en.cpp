@@ -85,8 +85,9 @@ constexpr Message Messages[] = {
     {0x2004EA2, "History"},
     {0x2004EA3, "Select a curve in the legend to see its values."},
     {0x2004EA4,
-     "A window shows 50 curves at most; the other curves are left out. Choose fewer objects or measures to "
-     "see them."},
+     "All windows with curves together hold 50 curves; the others are left out. Close windows, or choose "
+     "fewer "
+     "objects or measures, to see them."},
     {0x2004EAC, "Frequency"},
     {0x2004EAE, "Way of counting"},
     {0x2004EAF, "~Absolute: executions in all"},
@@ -397,6 +398,27 @@ constexpr Message Messages[] = {
     {0x2011088, "Working hours as ranges, as in 08:00-12:00 13:00-17:00; nothing for a day off."},
     {0x2011089, "Special ~days, one a line, as in DATE date:\"12-25\" hours:\"\":"},
     {0x201108A, "Use ~calendar"},
+    {0x2012001, "Measured in a %s."},
+    {0x2012002, "Multiplied by %s to bring it to the scale."},
+    {0x2012003, "%s (YY:DDD:HH:MM:SS)"},
+    {0x2012004, "Finished processes"},
+    {0x2012005, "Readings, in the order of their times"},
+    {0x2012006, "No printer is installed, nor can pages be printed to a file."},
+    {0x2012012,
+     "Sum of an attribute over all objects that a process passes through, as the mean of the finished "
+     "processes."},
+    {0x2012014,
+     "Working time that the process starts of a period demand of the worker, as a share of the period."},
+    {0x2012015, "Share of the available working time in which the worker worked."},
+    {0x2012016,
+     "Time from reaching the object to its end, with all waiting, as the mean of the finished processes."},
+    {0x2012018,
+     "Cost of the execution times by the rates of the workers, as the mean of the finished processes."},
+    {0x2012019, "Cost of one pass by the rate of the worker, as the mean of all passes."},
+    {0x201201A, "Number of executions, in all or for each finished process."},
+    {0x201201B,
+     "Number of times that the process passed to another worker, as the mean of the finished processes."},
+    {0x201201C, "Computed from other measures of the agent by a formula."},
 };
 
 static_assert(std::ranges::adjacent_find(Messages, std::ranges::greater_equal{}, &Message::id) ==
