@@ -71,7 +71,7 @@ SV::String describeMeasure(const MeroSuperAgent& owner, const MeroAgentResultSet
         meaning != SV::ResId()) {
         appendLine(text, SV::String(meaning));
     }
-    if (const SV::ResId analysis = nameOfAnalysis(set.getAnalysisType()); analysis != SV::ResId()) {
+    if (const SV::ResId analysis = nameOfAnalysis(owner.getAnalysisType()); analysis != SV::ResId()) {
         appendLine(text, filled(AnalysisLine, SV::String(analysis)));
     }
     if (factor != 1.0) {

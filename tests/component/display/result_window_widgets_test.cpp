@@ -1,0 +1,54 @@
+#include <QCoreApplication>
+#include <QEvent>
+#include <QTest>
+
+#include "component/host/function_graph.h"
+#include "component/host/resource_ids.h"
+
+#include "platform/toolkit/internal_errors.h"
+#include "tests/component/display/result_window_cases.h"
+#include "tests/platform/toolkit/qt/qt_application.h"
+#include "tests/platform/toolkit/qt/widget_driver.h"
+
+namespace mero::test {
+
+namespace {
+
+const testing::Environment* const Environment = addQtApplication();
+
+class ResultWindowWidgets : public testing::TestWithParam<ToolkitCase> {};
+
+TEST_P(ResultWindowWidgets, MouseAndKeysGiveTheSameState) {
+    WidgetDriver user;
+    InternalErrorLog::GetGlobal().clear();
+    EXPECT_EQ(GetParam().run(user), GetParam().expected);
+    EXPECT_TRUE(InternalErrorLog::GetGlobal().getErrors().empty());
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+INSTANTIATE_TEST_SUITE_P(Windows, ResultWindowWidgets, testing::ValuesIn(resultWindowCases()),
+                         [](const auto& each) { return each.param.name; });
+
+TEST(GraphWidget, DrawsAShownCurveThatOthersMovedInMemory) {
+    SV::Window window(nullptr, MeroGraphResultForm::Form);
+    MeroFunctionGraph graph(&window, MeroGraphResultForm::Graph);
+    graph.InsertGraph(1, 1, "First", {});
+    graph.ShowGraph(1, 1, 3, 2);
+    graph.UpdateFunctionGraph();
+    constexpr MeroId Curves = 40;
+    for (MeroId id = 2; id <= Curves; ++id) {
+        graph.InsertGraph(id, 1, "Other", {});
+    }
+    for (int point = 0; point < Curves; ++point) {
+        graph.InsertValue(1, {point * 1.0, point % 7 * 1.0});
+    }
+    const auto picture = [&] { return widgetFor(graph)->grab().toImage(); };
+    window.Show();
+    const QImage before = picture();
+    graph.UpdateFunctionGraph();
+    EXPECT_NE(picture(), before) << "the points are drawn";
+}
+
+}  // namespace
+
+}  // namespace mero::test
