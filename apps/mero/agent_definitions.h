@@ -16,4 +16,7 @@ struct SubAgentSection {
 /// The sections of a text, in order; none if it can't be read.
 [[nodiscard]] std::vector<SubAgentSection> sectionsOf(std::string_view definition);
 
+/// The text without the words that ask for a history, in memory or on disk.
+[[nodiscard]] std::string withoutHistories(std::string_view definition);
+
 }  // namespace mero

@@ -77,13 +77,8 @@ std::string replicationsOf(const RunDescription& run) {
 /// One table of the page.
 class TablePart {
 public:
-    TablePart(const ResultTable& shown, const RunDescription& description) : table(shown), run(description) {
-        for (std::size_t number = 0; number < table.columns.size(); ++number) {
-            if (table.columns[number].statistic != ResultStatistic::Count ||
-                isCountShown(table, number, run)) {
-                columns.push_back(number);
-            }
-        }
+    TablePart(const ResultTable& shown, const RunDescription& description)
+        : table(shown), run(description), columns(shownColumns(shown, description)) {
         for (const std::size_t number : columns) {
             cells.push_back(dressedColumn(number));
         }

@@ -32,7 +32,8 @@ struct RunOptions {
     }
     /// Whether results are asked for as tables: JSON holds them only where an option of tables is given.
     [[nodiscard]] bool showsTables() const {
-        return format != ResultFormat::Json || detail || total || sum || extremes || !groupClass.empty();
+        return isReplicated || format != ResultFormat::Json || detail || total || sum || extremes ||
+               !groupClass.empty();
     }
     /// Word of `--analysis`.
     [[nodiscard]] std::string analysisName() const;
@@ -53,6 +54,7 @@ struct RunOptions {
     bool extremes = false;
     std::string groupClass;  ///< of the objects that results are grouped over; empty without grouping
     std::string groupRelation;
+    bool isReplicated = false;  ///< set by the command that runs replications
     bool ascii = false;
     bool timing = false;
     std::string recordFile;

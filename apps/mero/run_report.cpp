@@ -10,30 +10,44 @@ namespace mero {
 
 namespace {
 
-void printTables(const RunResults& results, const RunOptions& options, const RunDescription& run,
+void printTables(const std::vector<ResultTable>& tables, const RunDescription& run, const RunOptions& options,
                  const Console& console) {
     bool isFirst = true;
-    for (const ResultTable& table : results.tables) {
-        if (!isFirst) {
-            console.out << '\n';
+    for (const ResultTable& table : tables) {
+        for (const TextTable& text : textTablesOf(table, run)) {
+            if (!isFirst) {
+                console.out << '\n';
+            }
+            isFirst = false;
+            printTable(text, console, options.characters());
         }
-        isFirst = false;
-        printTable(textTableOf(table, run), console, options.characters());
     }
 }
 
-/// Results that hold nothing are told in the user's words, whatever their form.
-void tellEmptyResults(const RunResults& results, const Console& console) {
-    console.tell(
-        results.document.agents.empty()
-            ? "the models have no agents, so that nothing was measured; \"mero agents REPO add\" makes "
-              "one"
-            : "no agent has results to show in this analysis; \"mero agents REPO check\" tells more");
-}
-
-std::string jsonOf(const RunResults& results, const RunOptions& options, const RunDescription& run) {
-    return options.showsTables() ? writeResultDocument(results.document, results.tables, run)
-                                 : writeResultDocument(results.document);
+/// `json` makes the text of that form.
+template <class Json>
+void printShown(const std::vector<ResultTable>& tables, bool hasAgents, const RunDescription& run,
+                const RunOptions& options, const Console& console, Json json) {
+    switch (options.format) {
+        case ResultFormat::Json:
+            console.out << json();
+            break;
+        case ResultFormat::Csv:
+            console.out << writeResultCsv(tables, run);
+            break;
+        case ResultFormat::Html:
+            console.out << writeHtmlPage(tables, run);
+            break;
+        case ResultFormat::Table:
+            printTables(tables, run, options, console);
+            break;
+    }
+    if (options.showsTables() && tables.empty()) {
+        console.tell(
+            hasAgents ? "no agent has results to show in this analysis; \"mero agents REPO check\" tells more"
+                      : "the models have no agents, so that nothing was measured; \"mero agents REPO add\" "
+                        "makes one");
+    }
 }
 
 }  // namespace
@@ -64,26 +78,19 @@ void RunTiming::tell(std::uint64_t events, const Console& console) {
 
 void printResults(const RunResults& results, const RunOptions& options, const RunDescription& run,
                   const Console& console) {
-    switch (options.format) {
-        case ResultFormat::Json:
-            console.out << jsonOf(results, options, run);
-            break;
-        case ResultFormat::Csv:
-            console.out << writeResultCsv(results.tables, run);
-            break;
-        case ResultFormat::Html:
-            console.out << writeHtmlPage(results.tables, run);
-            break;
-        case ResultFormat::Table:
-            printTables(results, options, run, console);
-            break;
-    }
-    if (options.showsTables() && results.tables.empty()) {
-        tellEmptyResults(results, console);
-    }
+    printShown(results.tables, !results.document.agents.empty(), run, options, console, [&] {
+        return options.showsTables() ? writeResultDocument(results.document, results.tables, run)
+                                     : writeResultDocument(results.document);
+    });
     for (const std::string& file : results.historyFiles) {
         console.tell("history written to " + file);
     }
+}
+
+void printReplications(const std::vector<ResultTable>& tables, bool hasAgents, const RunOptions& options,
+                       const RunDescription& run, const Console& console) {
+    printShown(tables, hasAgents, run, options, console,
+               [&] { return writeReplicationDocument(tables, run); });
 }
 
 }  // namespace mero

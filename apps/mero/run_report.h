@@ -29,8 +29,12 @@ private:
     Clock::time_point started;
 };
 
-/// Prints results in the form asked for.
+/// Prints the results of one run in the form asked for.
 void printResults(const RunResults& results, const RunOptions& options, const RunDescription& run,
                   const Console& console);
+
+/// Prints the results of replications in the form asked for.
+void printReplications(const std::vector<ResultTable>& tables, bool hasAgents, const RunOptions& options,
+                       const RunDescription& run, const Console& console);
 
 }  // namespace mero

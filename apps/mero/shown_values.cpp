@@ -8,6 +8,42 @@
 
 namespace mero {
 
+namespace {
+
+using Column = ResultTable::Column;
+
+/// Rows and the columns with these numbers.
+TextTable textTableOf(const ResultTable& table, const RunDescription& run,
+                      const std::vector<std::size_t>& shown) {
+    TextTable text;
+    text.labelTitle = "Object";
+    for (const std::size_t number : shown) {
+        const Column& column = table.columns[number];
+        text.columns.push_back(run.isReplicated ? statisticTitle(column.statistic, run.confidence)
+                                                : column.measure);
+    }
+    RowNumbers numbers;
+    for (const ResultTable::Row& row : table.rows) {
+        const bool isObject = row.kind == ResultTable::RowKind::Object;
+        TextTable::Row line{row.depth, (isObject ? numbers.next(row.depth) + ' ' : "") + row.label, {}};
+        for (const std::size_t number : shown) {
+            line.cells.push_back(cellText(row.cells[number], table.columns[number], run));
+        }
+        (isObject ? text.rows : text.summary).push_back(std::move(line));
+    }
+    return text;
+}
+
+/// Whether a count of replications tells something: if a value is missing in one of them.
+bool isCountShown(const ResultTable& table, std::size_t column, const RunDescription& run) {
+    const auto all = static_cast<double>(run.runs.size());
+    return std::any_of(table.rows.begin(), table.rows.end(), [&](const ResultTable::Row& row) {
+        return std::isfinite(row.cells[column]) && row.cells[column] != all;
+    });
+}
+
+}  // namespace
+
 std::string cellText(double value, const ResultTable::Column& column, const RunDescription& run) {
     if (!std::isfinite(value)) {
         return "-";
@@ -77,13 +113,6 @@ std::string statisticTitle(ResultStatistic statistic, double confidence) {
     return {};
 }
 
-bool isCountShown(const ResultTable& table, std::size_t column, const RunDescription& run) {
-    const auto all = static_cast<double>(run.runs.size());
-    return std::any_of(table.rows.begin(), table.rows.end(), [&](const ResultTable::Row& row) {
-        return std::isfinite(row.cells[column]) && row.cells[column] != all;
-    });
-}
-
 std::string contextLine(const ResultTable& table, const RunDescription& run) {
     std::string line = fmt::format("analysis: {}   scale: {}", run.analysis, table.scale);
     if (table.isGrouped) {
@@ -92,31 +121,34 @@ std::string contextLine(const ResultTable& table, const RunDescription& run) {
     return line;
 }
 
-TextTable textTableOf(const ResultTable& table, const RunDescription& run) {
-    TextTable text;
-    text.headers = {table.agent.text + " (" + table.model + ")", "run: " + run.title,
-                    contextLine(table, run)};
-    text.labelTitle = "Object";
+std::vector<std::size_t> shownColumns(const ResultTable& table, const RunDescription& run) {
     std::vector<std::size_t> shown;
     for (std::size_t number = 0; number < table.columns.size(); ++number) {
-        const ResultTable::Column& column = table.columns[number];
-        if (column.statistic == ResultStatistic::Count && !isCountShown(table, number, run)) {
-            continue;
+        if (table.columns[number].statistic != ResultStatistic::Count || isCountShown(table, number, run)) {
+            shown.push_back(number);
         }
-        const std::string statistic = statisticTitle(column.statistic, run.confidence);
-        text.columns.push_back(column.measure + (statistic.empty() ? "" : ": ") + statistic);
-        shown.push_back(number);
     }
-    RowNumbers numbers;
-    for (const ResultTable::Row& row : table.rows) {
-        const bool isObject = row.kind == ResultTable::RowKind::Object;
-        TextTable::Row line{row.depth, (isObject ? numbers.next(row.depth) + ' ' : "") + row.label, {}};
-        for (const std::size_t number : shown) {
-            line.cells.push_back(cellText(row.cells[number], table.columns[number], run));
-        }
-        (isObject ? text.rows : text.summary).push_back(std::move(line));
+    return shown;
+}
+
+std::vector<TextTable> textTablesOf(const ResultTable& table, const RunDescription& run) {
+    const std::string title = table.agent.text + " (" + table.model + ")";
+    const std::vector<std::size_t> shown = shownColumns(table, run);
+    std::vector<TextTable> texts;
+    for (auto first = shown.begin(); first != shown.end();) {
+        const Column& measure = table.columns[*first];
+        const auto end = run.isReplicated
+                             ? std::find_if(first, shown.end(),
+                                            [&](std::size_t number) {
+                                                return table.columns[number].position != measure.position;
+                                            })
+                             : shown.end();
+        texts.push_back(textTableOf(table, run, {first, end}));
+        texts.back().headers = {run.isReplicated ? title + ": " + measure.measure : title,
+                                "run: " + run.title, contextLine(table, run)};
+        first = end;
     }
-    return text;
+    return texts;
 }
 
 }  // namespace mero

@@ -26,16 +26,16 @@ private:
     std::vector<int> counters;
 };
 
-/// "Mean", "95 % from" and so on; empty for the value of one run.
+/// "mean", "95 % from" and so on; empty for the value of one run.
 [[nodiscard]] std::string statisticTitle(ResultStatistic statistic, double confidence);
 
-/// Whether a count of replications tells something: if a value is missing in one of them.
-[[nodiscard]] bool isCountShown(const ResultTable& table, std::size_t column, const RunDescription& run);
+/// Numbers of the columns that are worth showing: a count of replications is if a value is missing in one.
+[[nodiscard]] std::vector<std::size_t> shownColumns(const ResultTable& table, const RunDescription& run);
 
 /// "analysis: path   scale: 1", with the grouping if there is one.
 [[nodiscard]] std::string contextLine(const ResultTable& table, const RunDescription& run);
 
-/// The table for a terminal.
-[[nodiscard]] TextTable textTableOf(const ResultTable& table, const RunDescription& run);
+/// The table for a terminal; over replications, whose columns are many, one table for each measure.
+[[nodiscard]] std::vector<TextTable> textTablesOf(const ResultTable& table, const RunDescription& run);
 
 }  // namespace mero

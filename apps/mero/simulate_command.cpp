@@ -1,17 +1,17 @@
 #include "apps/mero/simulate_command.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <fmt/format.h>
+#include <thread>
 
 #include "component/host/core_time.h"
 #include "component/host/core_variables.h"
 
 #include "apps/mero/event_recorder.h"
 #include "apps/mero/progress_bar.h"
-#include "apps/mero/repository_file.h"
-#include "apps/mero/run_report.h"
+#include "apps/mero/replicated_simulation.h"
 #include "apps/mero/run_settings.h"
-#include "platform/engine/simulation.h"
 
 namespace mero {
 
@@ -68,6 +68,18 @@ CLI::App* SimulateCommand::describe(CLI::App& program) {
             "--warm-up", warmUp,
             "The results begin with this time of a static work load, YY:DDD:HH:MM:SS behind its start")
         ->type_name("TIME");
+    command
+        ->add_option("--replications", replications,
+                     "Repeats the run with so many independent seeds derived from --seed, and gives mean, "
+                     "standard deviation and 95 % confidence interval of every value")
+        ->check(CLI::Range(std::uint64_t{1}, std::uint64_t{10'000'000}).description(""))
+        ->type_name("N");
+    command
+        ->add_option("--jobs", jobs,
+                     transport != nullptr ? "Replications at once in each rank (1)"
+                                          : "Replications at once (as many as there are processors)")
+        ->check(CLI::Range(std::size_t{1}, std::size_t{4096}).description(""))
+        ->type_name("J");
     command->add_option("--seed", seed, "Begin of the random numbers")->capture_default_str()->type_name("N");
     return command;
 }
@@ -82,36 +94,30 @@ Result<void> SimulateCommand::checkUsage() const {
     if (!warmUp.empty() && !MeroCoreTime::isTime(SV::String(warmUp))) {
         return Error{"--warm-up: \"" + warmUp + "\" isn't a time YY:DDD:HH:MM:SS"};
     }
+    if (Result<void> usable = checkReplications(); !usable) {
+        return usable;
+    }
     return options.check();
 }
 
-RunDescription SimulateCommand::descriptionOf(const RunSummary& summary, const RunPlan& plan,
-                                              const Repository& repository) const {
-    RunDescription run = describeRun(options, plan, repository);
-    run.title = fmt::format("simulation of {}, {} instances, seed {}", fmt::join(run.models, ", "),
-                            summary.started, seed);
-    run.isSimulation = true;
-    run.seed = seed;
-    run.fingerprint = summary.fingerprint;
-    return run;
+Result<void> SimulateCommand::checkReplications() const {
+    if (replications == 0 && transport != nullptr) {
+        return Error{"--replications is missing: this program shares out replications"};
+    }
+    if (replications == 0 && jobs != 0) {
+        return Error{"--jobs belongs to --replications, which is missing"};
+    }
+    if (replications != 0 && !options.recordFile.empty()) {
+        return Error{"--record-events records one run: leave out --replications, or give the seed of one"};
+    }
+    return {};
 }
 
-Result<void> SimulateCommand::run(Console& console) {
-    RunTiming timing;
-    timing.begin("load");
-    const auto file = RepositoryFile::open(options.repositoryFile, RepositoryFile::Use::Read);
-    if (!file) {
-        return file.error();
-    }
-    Repository& repository = file.value()->repository();
-    const Result<RunPlan> plan = planRun(options, repository);
-    if (!plan) {
-        return plan.error();
-    }
+SimulationSettings SimulateCommand::settingsOf(const RunPlan& plan) const {
     SimulationSettings settings;
     settings.analysis = static_cast<Analysis>(options.analysis);
-    settings.models = plan.value().models;
-    settings.environment = plan.value().environment;
+    settings.models = plan.models;
+    settings.environment = plan.environment;
     settings.instances = instances;
     settings.seed = seed;
     settings.timeBase = {options.daysPerYear, options.hoursPerDay};
@@ -121,31 +127,73 @@ Result<void> SimulateCommand::run(Console& console) {
     if (!warmUp.empty()) {
         settings.warmUp = secondsOf(warmUp, options);
     }
-    if (plan.value().start) {
-        settings.startOffset = secondsOfYear(*plan.value().start);
+    if (plan.start) {
+        settings.startOffset = secondsOfYear(*plan.start);
     }
-    const Result<Simulation> simulation = Simulation::prepare(repository, settings);
+    return settings;
+}
+
+Result<SimulateCommand::Prepared> SimulateCommand::prepare(const Console& console) const {
+    auto file = RepositoryFile::open(options.repositoryFile, RepositoryFile::Use::Read);
+    if (!file) {
+        return file.error();
+    }
+    Repository& repository = file.value()->repository();
+    Result<RunPlan> plan = planRun(options, repository);
+    if (!plan) {
+        return plan.error();
+    }
+    Result<Simulation> simulation = Simulation::prepare(repository, settingsOf(plan.value()));
     if (!simulation) {
         return simulation.error();
     }
-    tellMissingEnds(repository, settings.models, console);
+    tellMissingEnds(repository, plan.value().models, console);
     for (const std::string& problem : simulation.value().problems()) {
         console.tell(problem);
     }
+    return Prepared{std::move(file.value()), std::move(plan.value()), std::move(simulation.value())};
+}
+
+RunDescription SimulateCommand::describeSimulation(const Prepared& prepared,
+                                                   const RunSummary& summary) const {
+    RunDescription run = describeRun(options, prepared.plan, prepared.file->repository());
+    run.title = fmt::format("simulation of {}, {}{} instances, seed {}", fmt::join(run.models, ", "),
+                            replications == 0 ? "" : fmt::format("{} replications, ", replications),
+                            summary.started, seed);
+    run.isSimulation = true;
+    run.seed = seed;
+    run.fingerprint = summary.fingerprint;
+    return run;
+}
+
+Result<void> SimulateCommand::run(Console& console) {
+    options.isReplicated = replications != 0;
+    RunTiming timing;
+    timing.begin("load");
+    const Result<Prepared> prepared = prepare(console);
+    if (!prepared) {
+        return prepared.error();
+    }
+    return options.isReplicated ? runReplications(prepared.value(), timing, console)
+                                : runOnce(prepared.value(), timing, console);
+}
+
+Result<void> SimulateCommand::runOnce(const Prepared& prepared, RunTiming& timing,
+                                      const Console& console) const {
+    Repository& repository = prepared.file->repository();
     ControlComponent control;
-    auto recorder = EventRecorder::open(options.recordFile, repository, plan.value().environment, control);
+    auto recorder = EventRecorder::open(options.recordFile, repository, prepared.plan.environment, control);
     if (!recorder) {
         return recorder.error();
     }
-
     timing.begin("run");
-    MeasuredRun run(repository, options, plan.value(), console);
+    MeasuredRun run(repository, options, prepared.plan, console);
     run.start(control);
     RunSummary summary;
     {
         ProgressBar progress(console, "simulating instances");
-        const std::uint64_t total = instances * settings.models.size();
-        summary = simulation.value().run(control, [&](std::uint64_t started, std::int64_t) {
+        const std::uint64_t total = instances * prepared.plan.models.size();
+        summary = prepared.simulation.run(control, [&](std::uint64_t started, std::int64_t) {
             progress.show(started, total);
             return console.interrupted == nullptr || !console.interrupted();
         });
@@ -155,13 +203,52 @@ Result<void> SimulateCommand::run(Console& console) {
     if (Result<void> recorded = recorder.value()->finish(); !recorded) {
         return recorded;
     }
-    printResults(results, options, descriptionOf(summary, plan.value(), repository), console);
+    printResults(results, options, describeSimulation(prepared, summary), console);
     tellSummary(summary, console);
     if (!options.recordFile.empty()) {
         console.tell("events written to " + options.recordFile);
     }
     if (options.timing) {
         timing.tell(control.eventCount(), console);
+    }
+    return {};
+}
+
+std::size_t SimulateCommand::jobCount() const {
+    if (jobs != 0) {
+        return jobs;
+    }
+    return transport != nullptr ? 1 : std::max(1U, std::thread::hardware_concurrency());
+}
+
+Result<void> SimulateCommand::runReplications(const Prepared& prepared, RunTiming& timing,
+                                              const Console& console) const {
+    timing.begin("run");
+    ReplicationSummary summary(RunDescription().confidence);
+    const ReplicatedSimulation replicated(prepared.file->repository(), prepared.simulation, options,
+                                          prepared.plan, seed);
+    LocalReplications local;
+    const Result<bool> done =
+        replicated.run(transport != nullptr ? *transport : local, replications, jobCount(), summary, console);
+    if (!done) {
+        return done.error();
+    }
+    if (!done.value()) {
+        return {};
+    }
+    timing.begin("results");
+    RunDescription run = describeSimulation(prepared, summary.totals());
+    run.isReplicated = true;
+    run.runs = summary.runs();
+    printReplications(summary.tables(), summary.hasAgents(), options, run, console);
+    summary.tellMessages(console);
+    if (summary.runs().size() < replications) {
+        console.tell(
+            fmt::format("interrupted: the results are of the first {} replications", summary.runs().size()));
+    }
+    tellSummary(summary.totals(), console);
+    if (options.timing) {
+        timing.tell(summary.totals().events, console);
     }
     return {};
 }

@@ -8,10 +8,6 @@ namespace mero {
 
 namespace {
 
-std::uint64_t seedOf(std::uint64_t seed, std::uint64_t replication) {
-    return replication == 0 ? seed : mixBits(seed ^ mixBits(replication));
-}
-
 Result<void> checkSettings(const SimulationSettings& settings) {
     if (settings.models.empty()) {
         return Error{"there is no model to simulate"};
@@ -36,6 +32,10 @@ void append(std::vector<std::string>& all, const std::vector<std::string>& more)
 }
 
 }  // namespace
+
+std::uint64_t seedOfReplication(std::uint64_t seed, std::uint64_t replication) {
+    return replication == 0 ? seed : mixBits(seed ^ mixBits(replication));
+}
 
 Simulation::Simulation(SimulationSettings runSettings, ProcessGraph processGraph)
     : settings(std::move(runSettings)), graph(std::move(processGraph)) {
@@ -75,7 +75,7 @@ Result<Simulation> Simulation::prepare(Repository& repository, const SimulationS
 
 RunSummary Simulation::run(ControlComponent& control, const RunProgress& progress,
                            std::uint64_t replication) const {
-    const std::uint64_t seed = seedOf(settings.seed, replication);
+    const std::uint64_t seed = seedOfReplication(settings.seed, replication);
     if (isWorkLoad(settings.analysis)) {
         return WorkLoadRun(settings, graph, *staff, *arrivals, control, progress, seed).run();
     }

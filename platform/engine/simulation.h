@@ -26,7 +26,7 @@ public:
     [[nodiscard]] const std::vector<std::string>& problems() const { return oddities; }
 
     /// Sends all events of a run, from its start to its end, also when it is cancelled. Runs with another
-    /// `replication` are independent of each other.
+    /// `replication` are independent of each other; see `seedOfReplication`.
     [[nodiscard]] RunSummary run(ControlComponent& control, const RunProgress& progress = {},
                                  std::uint64_t replication = 0) const;
 

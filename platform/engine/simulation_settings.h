@@ -34,6 +34,10 @@ struct SimulationSettings {
     TimeBase timeBase;
 };
 
+/// Seed of the run that is replication 1, 2, … of a seed; replication 0 is the run with the seed itself. For
+/// one seed no two replications have the same: mixBits(seed ^ mixBits(replication)).
+[[nodiscard]] std::uint64_t seedOfReplication(std::uint64_t seed, std::uint64_t replication);
+
 struct RunSummary {
     std::uint64_t started = 0;  ///< main process instances, also those of a warm-up
     std::uint64_t finished = 0;

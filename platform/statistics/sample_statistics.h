@@ -28,8 +28,13 @@ public:
     /// Half the width of the interval round the mean that holds the true mean with this confidence (above 0,
     /// below 1), for independent values with a normal distribution; needs two values.
     [[nodiscard]] double confidenceHalfWidth(double confidence) const {
-        const double size = static_cast<double>(values);
-        return studentTQuantile(0.5 + confidence / 2.0, size - 1.0) * standardDeviation() / std::sqrt(size);
+        return standardDeviation() * halfWidthFactor(values, confidence);
+    }
+    /// The same for a standard deviation of 1 of `size` values; worth keeping where many samples have one
+    /// size.
+    [[nodiscard]] static double halfWidthFactor(std::uint64_t size, double confidence) {
+        const auto number = static_cast<double>(size);
+        return studentTQuantile(0.5 + confidence / 2.0, number - 1.0) / std::sqrt(number);
     }
 
 private:
