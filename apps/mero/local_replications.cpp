@@ -1,15 +1,7 @@
-#include <algorithm>
-
 #include "apps/mero/replication_processes.h"
 #include "apps/mero/replication_transport.h"
 
 namespace mero {
-
-namespace {
-
-constexpr std::chrono::milliseconds LongestWait{50};
-
-}  // namespace
 
 void runShare(const ReplicationOrder& order, std::uint64_t first, std::uint64_t step) {
     ReplicationProcesses processes(order.jobs, order.work);
@@ -26,7 +18,7 @@ void runShare(const ReplicationOrder& order, std::uint64_t first, std::uint64_t 
             next += step;
             continue;
         }
-        for (const FinishedReplication& finished : processes.wait(LongestWait)) {
+        for (const FinishedReplication& finished : processes.wait(order.longestWait)) {
             if (!order.take(finished)) {
                 return;
             }
@@ -34,7 +26,7 @@ void runShare(const ReplicationOrder& order, std::uint64_t first, std::uint64_t 
     }
 }
 
-bool LocalReplications::run(const ReplicationOrder& order) {
+Result<bool> LocalReplications::run(const ReplicationOrder& order) {
     runShare(order, 1, 1);
     return true;
 }

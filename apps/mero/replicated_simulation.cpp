@@ -88,11 +88,11 @@ Result<bool> ReplicatedSimulation::run(ReplicationTransport& transport, std::uin
         return true;
     };
     order.goesOn = [&] { return console.interrupted == nullptr || !console.interrupted(); };
-    const bool isFirst = transport.run(order);
+    Result<bool> isFirst = transport.run(order);
     if (failure) {
         return *failure;
     }
-    if (isFirst && summary.runs().empty()) {
+    if (isFirst && isFirst.value() && summary.runs().empty()) {
         return Error{"interrupted before the first replication had finished"};
     }
     return isFirst;

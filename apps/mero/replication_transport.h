@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -24,8 +25,9 @@ struct ReplicationOrder {
     std::function<std::string(std::uint64_t replication)> work;
     /// Takes what has finished, in any order; false ends all.
     std::function<bool(const FinishedReplication&)> take;
-    /// Asked several times a second; false ends all.
+    /// Asked before every wait; false ends all.
     std::function<bool()> goesOn;
+    std::chrono::milliseconds longestWait{50};
 };
 
 /// Brings replications to processors and their outcomes back.
@@ -37,14 +39,14 @@ public:
     virtual ~ReplicationTransport() = default;
 
     /// Returns when all are done or ended. False in a process that only helps another one: that one has the
-    /// outcomes, and this one nothing to print.
-    virtual bool run(const ReplicationOrder& order) = 0;
+    /// outcomes, and this one nothing to print. An error if they can't be begun.
+    virtual Result<bool> run(const ReplicationOrder& order) = 0;
 };
 
 /// On this machine.
 class LocalReplications final : public ReplicationTransport {
 public:
-    bool run(const ReplicationOrder& order) override;
+    Result<bool> run(const ReplicationOrder& order) override;
 };
 
 /// Does replications `first`, `first + step`, … of the order on this machine.

@@ -31,6 +31,12 @@ constexpr const char* ProgramHelp =
     "Results go to standard output, messages to standard error. Exit status: 0 done, 1 refused\n"
     "with the reason, 2 wrong usage.";
 
+constexpr const char* ReplicationsHelp =
+    "Example:\n"
+    "  mpirun -n 4 mero-mpi simulate shop.mero --models Order --instances 1000 --replications 100\n\n"
+    "Shares the replications of a simulation out to the ranks of an MPI job. All ranks read the same\n"
+    "repository; rank 0 prints. The results are those of \"mero simulate --replications\", byte for byte.";
+
 /// Locale that the environment asks for, by the rules of POSIX.
 std::string localeOfEnvironment() {
     for (const char* const name : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
@@ -61,9 +67,11 @@ Result<void> chooseLanguage(const std::string& language) {
     return {};
 }
 
-int refuseUsage(const Error& error, const CLI::App& command, const Console& console) {
+int refuseUsage(const Error& error, const CLI::App& program, const CLI::App& command,
+                const Console& console) {
     console.tell(error.text);
-    const std::string name = command.get_name() == "mero" ? "mero" : "mero " + command.get_name();
+    const std::string name =
+        &command == &program ? program.get_name() : program.get_name() + ' ' + command.get_name();
     console.err << "Run \"" << name << " --help\" for an example and all options.\n";
     return ExitWrongUsage;
 }
@@ -82,49 +90,68 @@ int runCommand(Command& command, Console& console) {
     return ExitDone;
 }
 
+/// A program of several commands.
+class Program {
+public:
+    Program(const char* help, const char* name) : app(help, name) {
+        app.require_subcommand(1);
+        app.fallthrough();
+        app.add_option("--language", language, "Language of messages and default names, such as en");
+        app.set_version_flag("--version", std::string(name) + " 0.1.0");
+    }
+
+    void add(std::unique_ptr<Command> command) {
+        CLI::App* const described = command->describe(app);
+        described->fallthrough();
+        commands.emplace_back(described, std::move(command));
+    }
+
+    int run(std::span<const std::string> arguments, Console& console) {
+        try {
+            app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
+        } catch (const CLI::ParseError& error) {
+            return app.exit(error, console.out, console.err) == 0 ? ExitDone : ExitWrongUsage;
+        }
+        const auto chosen = std::find_if(commands.begin(), commands.end(),
+                                         [](const auto& entry) { return entry.first->parsed(); });
+        if (const Result<void> usable = chooseLanguage(language); !usable) {
+            return refuseUsage(usable.error(), app, app, console);
+        }
+        if (const Result<void> usable = chosen->second->checkUsage(); !usable) {
+            return refuseUsage(usable.error(), app, *chosen->first, console);
+        }
+        try {
+            return runCommand(*chosen->second, console);
+        } catch (const std::bad_alloc&) {
+            console.tell("not enough memory");
+            return ExitRefused;
+        }
+    }
+
+private:
+    CLI::App app;
+    std::string language;
+    std::vector<std::pair<CLI::App*, std::unique_ptr<Command>>> commands;
+};
+
 }  // namespace
 
 int runMero(std::span<const std::string> arguments, Console& console) {
-    CLI::App program(ProgramHelp, "mero");
-    program.require_subcommand(1);
-    program.fallthrough();
-    std::string language;
-    program.add_option("--language", language, "Language of messages and default names, such as en");
-    program.set_version_flag("--version", "mero 0.1.0");
+    Program program(ProgramHelp, "mero");
+    program.add(std::make_unique<ImportCommand>());
+    program.add(std::make_unique<ExportCommand>());
+    program.add(std::make_unique<AgentsCommand>());
+    program.add(std::make_unique<SimulateCommand>());
+    program.add(std::make_unique<ReplayCommand>());
+    program.add(std::make_unique<ShowCommand>());
+    return program.run(arguments, console);
+}
 
-    std::vector<std::pair<CLI::App*, std::unique_ptr<Command>>> commands;
-    const auto add = [&]<class Kind>(std::in_place_type_t<Kind>) {
-        auto command = std::make_unique<Kind>();
-        CLI::App* const described = command->describe(program);
-        described->fallthrough();
-        commands.emplace_back(described, std::move(command));
-    };
-    add(std::in_place_type<ImportCommand>);
-    add(std::in_place_type<ExportCommand>);
-    add(std::in_place_type<AgentsCommand>);
-    add(std::in_place_type<SimulateCommand>);
-    add(std::in_place_type<ReplayCommand>);
-    add(std::in_place_type<ShowCommand>);
-
-    try {
-        program.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
-    } catch (const CLI::ParseError& error) {
-        return program.exit(error, console.out, console.err) == 0 ? ExitDone : ExitWrongUsage;
-    }
-    const auto chosen = std::find_if(commands.begin(), commands.end(),
-                                     [](const auto& entry) { return entry.first->parsed(); });
-    if (const Result<void> usable = chooseLanguage(language); !usable) {
-        return refuseUsage(usable.error(), program, console);
-    }
-    if (const Result<void> usable = chosen->second->checkUsage(); !usable) {
-        return refuseUsage(usable.error(), *chosen->first, console);
-    }
-    try {
-        return runCommand(*chosen->second, console);
-    } catch (const std::bad_alloc&) {
-        console.tell("not enough memory");
-        return ExitRefused;
-    }
+int runMeroReplications(std::span<const std::string> arguments, Console& console,
+                        ReplicationTransport& transport) {
+    Program program(ReplicationsHelp, "mero-mpi");
+    program.add(std::make_unique<SimulateCommand>(transport));
+    return program.run(arguments, console);
 }
 
 }  // namespace mero

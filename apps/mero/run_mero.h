@@ -11,4 +11,10 @@ namespace mero {
 /// `console.err`, 2 wrong usage.
 int runMero(std::span<const std::string> arguments, Console& console);
 
+class ReplicationTransport;
+
+/// The program that shares out the replications of a simulation by `transport`; its only command is simulate.
+int runMeroReplications(std::span<const std::string> arguments, Console& console,
+                        ReplicationTransport& transport);
+
 }  // namespace mero

@@ -165,7 +165,7 @@ TEST(ReplicationProcessesTest, ADeadProcessIsToldWithItsReplicationAndNothingHan
             (finished.outcome ? finished.outcome.value().substr(0, 2) : finished.outcome.error().text));
         return true;
     };
-    LocalReplications().run(order);
+    EXPECT_TRUE(LocalReplications().run(order));
     std::sort(told.begin(), told.end());
     ASSERT_EQ(told.size(), 4U);
     EXPECT_EQ(told[0], "1: 11");
@@ -191,7 +191,7 @@ TEST(ReplicationProcessesTest, StoppingEndsProcessesThatStillRun) {
     };
     order.take = [](const FinishedReplication&) { return true; };
     order.goesOn = [&] { return readFile(witness).empty(); };
-    LocalReplications().run(order);
+    EXPECT_TRUE(LocalReplications().run(order));
     EXPECT_LT(std::chrono::steady_clock::now() - begin, 20s);
     EXPECT_NE(::kill(static_cast<pid_t>(std::stol(readFile(witness))), 0), 0) << "it is still there";
 }
