@@ -61,4 +61,12 @@ Result<std::vector<std::string>> savePictures(const std::vector<Picture>& pictur
     return files;
 }
 
+bool saveProcessPicture(const ProcessPicture& picture, const QString& path) {
+    const Picture whole{picture.diagram.name, picture};
+    const std::unique_ptr<PicturePainter> painter = painterOf(whole);
+    return path.endsWith(".svg", Qt::CaseInsensitive)
+               ? saveSvg(*painter, path, QString::fromStdString(whole.name))
+               : savePng(*painter, path, 2);
+}
+
 }  // namespace mero

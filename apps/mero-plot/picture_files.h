@@ -14,4 +14,8 @@ namespace mero {
 [[nodiscard]] Result<std::vector<std::string>> savePictures(const std::vector<Picture>& pictures,
                                                             const QString& folder);
 
+/// Writes one process to a file, as SVG if its name ends so, else as PNG in twice the usual size. False if it
+/// can't be written.
+[[nodiscard]] bool saveProcessPicture(const ProcessPicture& picture, const QString& path);
+
 }  // namespace mero
