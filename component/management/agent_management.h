@@ -100,8 +100,8 @@ public:
                  const double& newDaysPerYear, const double& newHoursPerDay);
     /// Ends all agents and their results. 8 without a run; 25 if an agent couldn't be detached.
     int simEnd();
-    /// 8 without a run. Tells in a box when there is nothing to show; the selection of results is shown by a
-    /// later version, until then 0 where there are some.
+    /// Lets the user choose results and look at them, until he closes the dialog; what was opened from it
+    /// goes with it. 8 without a run. Tells in a box when there is nothing to show. `parent` isn't owned.
     int showResults(SV::Window* parent);
 
     // Queries

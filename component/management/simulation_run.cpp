@@ -7,6 +7,7 @@
 #include "component/host/sv_boxes.h"
 
 #include "component/agents/super_agent.h"
+#include "component/display/select_result_manager.h"
 #include "component/management/agent_management.h"
 #include "component/management/agent_queries.h"
 #include "component/management/general_services.h"
@@ -215,11 +216,17 @@ int MeroAgentManagement::showResults(SV::Window* parent) {
     if (superAgents->agents().empty()) {
         return StatusOk;
     }
+    ISortedSet<MeroId> agentIds;
     for (const auto& agent : superAgents->agents()) {
         if (agent->hasObjectResults(false) || agent->hasHistory(false)) {
-            return StatusRefused;
+            agentIds.insert(agent->getInstanceId());
         }
     }
-    showInfoBox(SV::String(MessageNoResults), parent);
+    if (agentIds.empty()) {
+        showInfoBox(SV::String(MessageNoResults), parent);
+        return StatusOk;
+    }
+    const MeroWaitPause noWait;
+    MeroSelectResultManager(parent, agentIds, currentAlgorithm, *this).Execute();
     return StatusOk;
 }

@@ -10,5 +10,7 @@ namespace mero::test {
 [[nodiscard]] std::vector<ToolkitCase> diagramStartCases();
 [[nodiscard]] std::vector<ToolkitCase> agentTreeCases();
 [[nodiscard]] std::vector<ToolkitCase> agentTypeCases();
+[[nodiscard]] std::vector<ToolkitCase> resultChoiceCases();
+[[nodiscard]] std::vector<ToolkitCase> resultDialogCases();
 
 }  // namespace mero::test

@@ -26,6 +26,8 @@ const auto NameOfCase = [](const auto& each) { return each.param.name; };
 INSTANTIATE_TEST_SUITE_P(TimeScope, SelectionWidgets, testing::ValuesIn(timeScopeCases()), NameOfCase);
 INSTANTIATE_TEST_SUITE_P(AgentTree, SelectionWidgets, testing::ValuesIn(agentTreeCases()), NameOfCase);
 INSTANTIATE_TEST_SUITE_P(AgentTypes, SelectionWidgets, testing::ValuesIn(agentTypeCases()), NameOfCase);
+INSTANTIATE_TEST_SUITE_P(ResultChoice, SelectionWidgets, testing::ValuesIn(resultChoiceCases()), NameOfCase);
+INSTANTIATE_TEST_SUITE_P(ResultDialog, SelectionWidgets, testing::ValuesIn(resultDialogCases()), NameOfCase);
 INSTANTIATE_TEST_SUITE_P(DiagramStart, SelectionWidgets, testing::ValuesIn(diagramStartCases()), NameOfCase);
 
 }  // namespace

@@ -70,6 +70,8 @@ void WidgetDriver::type(SV::Edit& edit, const char* text) {
 
 void WidgetDriver::enter(SV::NumericField& field, int value) {
     auto* spin = shownAs<QSpinBox>(field);
+    spin->activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(spin->window()));
     spin->setFocus();
     QTest::keyClick(spin, Qt::Key_A, Qt::ControlModifier);
     // One entry, as by keyboard, and not one for each digit.
@@ -81,11 +83,12 @@ void WidgetDriver::enter(SV::NumericField& field, int value) {
 void WidgetDriver::select(SV::ListBox& list, std::size_t position) {
     if (auto* combo = shownAs<QComboBox>(list)) {
         combo->setFocus();
-        QTest::keyClick(combo, Qt::Key_Home);
-        for (std::size_t step = 1; step < position; ++step) {
-            combo->setCurrentIndex(combo->currentIndex() + 1);
+        if (position == 0) {
+            QTest::keyClick(combo, Qt::Key_Home);
+        } else {
+            combo->setCurrentIndex(static_cast<int>(position) - 1);
+            QTest::keyClick(combo, Qt::Key_Down);
         }
-        QTest::keyClick(combo, Qt::Key_End);
     } else if (auto* view = shownAs<QListWidget>(list)) {
         clickItem(*view, view->model()->index(static_cast<int>(position), 0));
     }
