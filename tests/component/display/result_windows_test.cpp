@@ -5,6 +5,7 @@
 #include "component/host/basic_services.h"
 #include "component/host/resource_ids.h"
 
+#include "platform/toolkit/headless_toolkit.h"
 #include "tests/component/display/measured_results.h"
 
 namespace mero::test {
@@ -185,6 +186,45 @@ TEST(DisplayedResults, WithoutAGroupAreShownUngroupedAfterABox) {
     EXPECT_EQ(EmbeddedPlatform::boxes(), (std::vector<std::uint32_t>{0x20051AC}));
     EXPECT_EQ(results.tableCount(), 1U);
     EXPECT_EQ(results.table().getObjects().getNumberOfRows(), 6);
+}
+
+/// Headless, with or without a printer, while it lives.
+class PrintingToolkit : public HeadlessToolkit {
+public:
+    explicit PrintingToolkit(bool hasOne) : hasPrinterHere(hasOne), before(SV::Toolkit::SetGlobal(this)) {}
+    PrintingToolkit(const PrintingToolkit&) = delete;
+    PrintingToolkit& operator=(const PrintingToolkit&) = delete;
+    ~PrintingToolkit() override { SV::Toolkit::SetGlobal(before); }
+    [[nodiscard]] bool hasPrinter() override { return hasPrinterHere; }
+
+private:
+    bool hasPrinterHere;
+    SV::Toolkit* before;
+};
+
+TEST(ResultTableWindow, PrintsTheRowsInSight) {
+    PrintingToolkit toolkit(true);
+    MeasuredResults results;
+    results.display(DisplayDetail);
+    auto* const button =
+        dynamic_cast<SV::PushButton*>(results.table().FindControl(MeroBrowserForm::PrintButton));
+    EXPECT_TRUE(button->userClick());
+    EXPECT_NE(toolkit.getPrinted().Search("1. Order"), SV::String::NotFound);
+    EXPECT_EQ(toolkit.getPrinted().Search("1.1. Check"), SV::String::NotFound);
+    results.table().getObjects().expandAll();
+    button->userClick();
+    EXPECT_NE(toolkit.getPrinted().Search("1.1. Check"), SV::String::NotFound);
+    results.agent().closeResultWindows();
+}
+
+TEST(ResultTableWindow, TellsWhyItCannotPrint) {
+    const PrintingToolkit toolkit(false);
+    MeasuredResults results;
+    results.display(DisplayDetail);
+    const SV::Control* const button = results.table().FindControl(MeroBrowserForm::PrintButton);
+    EXPECT_FALSE(button->IsEnabled());
+    EXPECT_FALSE(button->GetToolTip().IsEmpty());
+    results.agent().closeResultWindows();
 }
 
 TEST(GraphWindow, CountsStepsInsteadOfTimesInAWorkLoadAnalysis) {
