@@ -13,7 +13,6 @@
 namespace {
 
 constexpr SV::ResId MessageTooManyCurves{0x2004EA4};
-constexpr SV::ResId TitleOfTimes{0x2012003};
 constexpr SV::ResId TitleOfProcesses{0x2012004};
 constexpr SV::ResId TitleOfSteps{0x2012005};
 constexpr SV::Size MinimumSize{336, 200};
@@ -134,12 +133,7 @@ void MeroAgentBasicGraphWindow::showSelectedCurve() {
     }
     graph.SetLabelingXMethod(curve->xIsTime && !isWorkLoadRun() ? formatTimeLabel : formatStepLabel);
     graph.SetLabelingYMethod(curve->yIsTime ? formatTimeLabel : formatNumberLabel);
-    SV::String valueTitle = curve->name;
-    if (curve->yIsTime) {
-        valueTitle = SV::String(TitleOfTimes);
-        valueTitle.Replace("%s", curve->name);
-    }
-    graph.SetAxisTitles(SV::String(isWorkLoadRun() ? TitleOfSteps : TitleOfProcesses), valueTitle);
+    graph.SetAxisTitles(SV::String(isWorkLoadRun() ? TitleOfSteps : TitleOfProcesses), curve->name);
     graph.ShowGraph(id, 1, 3, 2);
     graph.UpdateFunctionGraph();
 }

@@ -441,7 +441,6 @@ constexpr Message Messages[] = {
     {0x2011097, "Ein Ergebnisfenster arbeitet noch."},
     {0x2012001, "Gemessen in einer %s."},
     {0x2012002, "Mit %s multipliziert, was die Werte auf den Umfang bringt."},
-    {0x2012003, "%s (YY:DDD:HH:MM:SS)"},
     {0x2012004, "Beendete Prozesse"},
     {0x2012005, "Messwerte, in der Folge ihrer Zeiten"},
     {0x2012006, "Es ist kein Drucker eingerichtet, und in eine Datei kann auch nicht gedruckt werden."},

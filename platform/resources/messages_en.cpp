@@ -407,7 +407,6 @@ constexpr Message Messages[] = {
     {0x2011097, "A result window is still at work."},
     {0x2012001, "Measured in a %s."},
     {0x2012002, "Multiplied by %s to bring it to the scale."},
-    {0x2012003, "%s (YY:DDD:HH:MM:SS)"},
     {0x2012004, "Finished processes"},
     {0x2012005, "Readings, in the order of their times"},
     {0x2012006, "No printer is installed, nor can pages be printed to a file."},

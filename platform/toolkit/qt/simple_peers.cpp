@@ -227,6 +227,11 @@ protected:
                     view->item(row)->setSelected(isSelected);
                 }
             }
+            // Arrow keys go on from the selected entry.
+            if (list.GetSelectEntryCount() == 1) {
+                view->setCurrentRow(static_cast<int>(list.GetSelectEntryPos()),
+                                    QItemSelectionModel::NoUpdate);
+            }
         }
     }
 

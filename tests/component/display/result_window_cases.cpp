@@ -174,7 +174,7 @@ std::vector<ToolkitCase> resultWindowCases() {
         {"NothingClosesWhileAWorkRuns", closeWhileSearching, "busy 1 disabled open 1, busy 0 open 0"},
         {"ChartsAreAskedFor", chart, "asked open 1"},
         {"TheLegendPicksTheCurve", pickCurve,
-         "F (Order)|12|90|F (Order)\nT (Check)|12|00:000:00:01:30|T (Check) (YY:DDD:HH:MM:SS)\nclosed"},
+         "F (Order)|12|90|F (Order)\nT (Check)|12|00:000:00:01:30|T (Check)\nclosed"},
         {"WindowsCloseOneByOneOrTogether", closeSeveral, "total left, all closed"},
     };
 }

@@ -1,11 +1,8 @@
 // Saves a picture of each window with some content: mero-screenshots FOLDER light|dark LANGUAGE
 
-#include <QApplication>
-#include <QLocale>
 #include <QTest>
 #include <cmath>
 #include <functional>
-#include <iostream>
 #include <map>
 
 #include "component/host/browser.h"
@@ -17,11 +14,9 @@
 #include "component/host/sv_boxes.h"
 #include "component/host/tree_list_box.h"
 
-#include "platform/resources/messages.h"
 #include "platform/toolkit/forms.h"
-#include "platform/toolkit/qt/palette.h"
-#include "platform/toolkit/qt/qt_toolkit.h"
 #include "platform/toolkit/qt/text_conversion.h"
+#include "tests/platform/toolkit/qt/picture_program.h"
 #include "tests/platform/toolkit/qt/widget_driver.h"
 
 namespace {
@@ -41,11 +36,9 @@ public:
             static_cast<void>(QTest::qWaitForWindowExposed(test::widgetFor(window)));
             window.SetOutputSizePixel({root->width(), root->height()});
         }
-        constexpr int UntilCurvesAreDrawn = 80;
-        QTest::qWait(UntilCurvesAreDrawn);
     }
 
-    bool save(const QString& path) const { return test::widgetFor(window)->grab().save(path); }
+    [[nodiscard]] const SV::Window& getWindow() const { return window; }
 
 private:
     void bind(const FormControl& control) {
@@ -166,29 +159,11 @@ private:
 }  // namespace
 
 int main(int count, char** arguments) {
-    QApplication application(count, arguments);
-    const QStringList given = QApplication::arguments();
-    if (given.size() != 4) {
-        std::cerr << "usage: mero-screenshots FOLDER light|dark LANGUAGE\n";
-        return 2;
-    }
-    if (!mero::setLanguage(given[3].toStdString())) {
-        std::cerr << "mero-screenshots: no texts in this language\n";
-        return 1;
-    }
-    QLocale::setDefault(QLocale(given[3]));
-    mero::qt::applyLook(application, given[2] == "dark");
-    mero::qt::QtToolkit toolkit;
-    SV::Toolkit::SetGlobal(&toolkit);
-    for (const mero::FormSource& source : mero::formSources()) {
-        const mero::Result<mero::Form> form = mero::readForm(source.name, source.document);
-        const Picture picture(form.value());
-        const QString path =
-            given[1] + "/" + QString::fromUtf8(source.name.data(), source.name.size()) + ".png";
-        if (!picture.save(path)) {
-            std::cerr << "mero-screenshots: " << path.toStdString() << " can't be written\n";
-            return 1;
+    return mero::test::savePictures(count, arguments, [](mero::test::PictureFolder& folder) {
+        for (const mero::FormSource& source : mero::formSources()) {
+            const mero::Result<mero::Form> form = mero::readForm(source.name, source.document);
+            const Picture picture(form.value());
+            folder.save(picture.getWindow(), std::string(source.name));
         }
-    }
-    return 0;
+    });
 }
