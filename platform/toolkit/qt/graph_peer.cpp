@@ -145,8 +145,8 @@ private:
     void applyColors() { dressAxes(*plot, widget->palette(), widget->font()); }
 
     MeroFunctionGraph& graph;
-    QCustomPlot* plot;
-    CurvePlottable* curve;  ///< owned by the plot
+    QCustomPlot* plot = nullptr;  ///< null while it is being made, when its events come already
+    CurvePlottable* curve;        ///< owned by the plot
     QTimer timer;
     bool isNewCurve = false;
 };

@@ -7,6 +7,7 @@
 
 #include "platform/toolkit/headless_toolkit.h"
 #include "tests/component/display/measured_results.h"
+#include "tests/component/support/failing_repository.h"
 
 namespace mero::test {
 
@@ -186,6 +187,32 @@ TEST(DisplayedResults, WithoutAGroupAreShownUngroupedAfterABox) {
     EXPECT_EQ(EmbeddedPlatform::boxes(), (std::vector<std::uint32_t>{0x20051AC}));
     EXPECT_EQ(results.tableCount(), 1U);
     EXPECT_EQ(results.table().getObjects().getNumberOfRows(), 6);
+}
+
+TEST(DisplayedResults, SurviveAFailureOfEachRepositoryCall) {
+    MeasuredResults results;
+    for (const bool isGrouped : {false, true}) {
+        results.setOptions(optionsWith([&](auto& options) {
+            options.groupChecked = isGrouped;
+            options.groupClass = "Worker";
+            options.groupRelation = "Has role";
+        }));
+        for (const MeroDisplayKind kind : {DisplayDetail, DisplayHistory}) {
+            bool hasFailed = true;
+            for (int call = 1; hasFailed; ++call) {
+                const FailingRepository failing(call);
+                SCOPED_TRACE(testing::Message() << "kind " << kind << ", call " << call);
+                const int status = results.display(kind);
+                EXPECT_TRUE(status == StatusOk || status == StatusRefused);
+                if (kind == DisplayDetail && !isGrouped) {
+                    EXPECT_EQ(results.table().getObjects().getNumberOfRows(), 6) << "with ? for a name";
+                }
+                EXPECT_FALSE(SV::GetpApp()->IsWait());
+                results.agent().closeResultWindows();
+                hasFailed = failing.callCount() >= call;
+            }
+        }
+    }
 }
 
 /// Headless, with or without a printer, while it lives.
