@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <benchmark/benchmark.h>
 #include <string>
 #include <vector>
@@ -82,14 +83,24 @@ void addSizes(const Measure& measure) {
             ->Arg(31'000)
             ->Arg(1'000'000);
     };
+    static constexpr std::size_t Events = 5'000'000;
+    static constexpr std::size_t EventsOfPass = 4;
+    // Every instance lives from its start to its end, and every object is passed five times.
     add("LiveInstances", [](std::size_t count) {
-        return RunShape{.events = 5'000'000, .liveInstances = count, .passes = 1, .objects = 2};
+        constexpr std::size_t Passes = 10;
+        return RunShape{.events = std::max(Events, count * (Passes * EventsOfPass + 2)),
+                        .liveInstances = count,
+                        .passes = Passes / 2,
+                        .objects = 2};
     });
     add("Objects", [](std::size_t count) {
-        return RunShape{.events = 5'000'000, .liveInstances = 1, .passes = 1, .objects = count};
+        return RunShape{.events = std::max(Events, 5 * count * EventsOfPass),
+                        .liveInstances = 1,
+                        .passes = 1,
+                        .objects = count};
     });
     add("Passes", [](std::size_t count) {
-        return RunShape{.events = 5'000'000, .liveInstances = 1, .passes = count, .objects = 1};
+        return RunShape{.events = Events, .liveInstances = 1, .passes = count, .objects = 1};
     });
     add("ThousandsOfEvents", [](std::size_t count) {
         return RunShape{.events = std::min<std::size_t>(count * 1'000, 50'000'000)};
