@@ -69,10 +69,12 @@ public:
         key = SV::String(std::to_string(number));
         passKey = key;
         step = 0;
+        firstObject = number * shape.objectsOfInstance;
     }
     /// False behind the last event.
     bool next(mero::SimEvent& event) {
-        const std::size_t passSteps = shape.passes * shape.objects * passEvents().size();
+        const std::size_t objects = shape.objectsOfInstance != 0 ? shape.objectsOfInstance : shape.objects;
+        const std::size_t passSteps = shape.passes * objects * passEvents().size();
         if (step > passSteps + 1) {
             return false;
         }
@@ -100,7 +102,7 @@ private:
 
     void setPass(mero::SimEvent& event, std::size_t pass, std::size_t eventOfPass) {
         event.code = passEvents()[eventOfPass];
-        event.objectId = model.tasks[pass % shape.objects];
+        event.objectId = model.tasks[(firstObject + pass) % shape.objects];
         if (shape.workers != 0) {
             if (eventOfPass == 0) {
                 passKey = SV::String(std::string(key.view()) + "." + std::to_string(pass));
@@ -116,6 +118,7 @@ private:
     SV::String key;
     SV::String passKey;
     std::size_t step = 0;
+    std::size_t firstObject = 0;
 };
 
 /// Ten events happen in a second.

@@ -16,6 +16,8 @@ struct RunShape {
     std::size_t liveInstances = 1'000;
     std::size_t passes = 3;
     std::size_t objects = 5;
+    std::size_t objectsOfInstance =
+        0;  ///< an instance passes so many of the objects, the next one others; 0 for all
     int analysis = 1;
     /// With workers, each pass has a key of its own and is assigned to one of them, in turn.
     std::size_t workers = 0;

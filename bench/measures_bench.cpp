@@ -85,9 +85,9 @@ void addSizes(const Measure& measure) {
     };
     static constexpr std::size_t Events = 5'000'000;
     static constexpr std::size_t EventsOfPass = 4;
-    // Every instance lives from its start to its end, and every object is passed five times.
+    // Every instance lives from its start to its end, and every object is passed several times.
     add("LiveInstances", [](std::size_t count) {
-        constexpr std::size_t Passes = 10;
+        constexpr std::size_t Passes = 4;
         return RunShape{.events = std::max(Events, count * (Passes * EventsOfPass + 2)),
                         .liveInstances = count,
                         .passes = Passes / 2,
@@ -95,9 +95,10 @@ void addSizes(const Measure& measure) {
     });
     add("Objects", [](std::size_t count) {
         return RunShape{.events = std::max(Events, 5 * count * EventsOfPass),
-                        .liveInstances = 1,
+                        .liveInstances = 100,
                         .passes = 1,
-                        .objects = count};
+                        .objects = count,
+                        .objectsOfInstance = 5};
     });
     add("Passes", [](std::size_t count) {
         return RunShape{.events = Events, .liveInstances = 1, .passes = count, .objects = 1};

@@ -31,12 +31,10 @@ MeroDoubleResultItem* MeroDoubleResult::findItem(MeroPathView path) const {
 MeroDoubleResultItem& MeroDoubleResult::addToItem(double value, MeroPathView path) {
     MeroDoubleResultItem* item = findItem(path);
     if (item == nullptr) {
-        auto made = std::make_unique<MeroDoubleResultItem>(path, getPathKey(path), mode);
-        item = made.get();
-        const auto place =
-            std::ranges::lower_bound(items, made->getKey(), std::less<>{},
-                                     [](const auto& other) -> const SV::String& { return other->getKey(); });
-        items.insert(place, std::move(made));
+        item = items
+                   .emplace_back(std::make_unique<MeroDoubleResultItem>(
+                       path, getPathKey(path), mode, mode == ResultModeMean ? &sharedDivisor : nullptr))
+                   .get();
         if (items.size() == LinearLimit + 1) {
             for (const auto& each : items) {
                 index.emplace(hashOfPath(each->getPath()), each.get());
@@ -49,17 +47,30 @@ MeroDoubleResultItem& MeroDoubleResult::addToItem(double value, MeroPathView pat
     return *item;
 }
 
+const std::vector<std::unique_ptr<MeroDoubleResultItem>>& MeroDoubleResult::getItems() const {
+    if (ordered != items.size()) {
+        const auto byKey = [](const auto& left, const auto& right) {
+            return left->getKey() < right->getKey();
+        };
+        const auto behind = items.begin() + static_cast<std::ptrdiff_t>(ordered);
+        std::sort(behind, items.end(), byKey);
+        std::inplace_merge(items.begin(), behind, items.end(), byKey);
+        ordered = items.size();
+    }
+    return items;
+}
+
 MeroDoubleResultItem* MeroDoubleResult::getNextItem() {
     if (cursor >= items.size()) {
         cursor = 0;
         return nullptr;
     }
-    return items[cursor++].get();
+    return getItems()[cursor++].get();
 }
 
 double MeroDoubleResult::getTotal() const {
     double total = 0.0;
-    for (const auto& item : items) {
+    for (const auto& item : getItems()) {
         total += item->getValue();
     }
     return total;
@@ -72,9 +83,7 @@ bool MeroDoubleResult::setDivisorAll(int change) {
     if (mode != ResultModeMean || (change != DivisorRaised && change <= 0)) {
         return false;
     }
-    for (const auto& item : items) {
-        item->changeDivisor(change);
-    }
+    sharedDivisor.change(change);
     return true;
 }
 

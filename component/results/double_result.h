@@ -37,7 +37,7 @@ public:
     /// Next item of a pass; null at the end, after which a new pass begins.
     MeroDoubleResultItem* getNextItem();
     void rewindCursor() { cursor = 0; }
-    [[nodiscard]] const std::vector<std::unique_ptr<MeroDoubleResultItem>>& getItems() const { return items; }
+    [[nodiscard]] const std::vector<std::unique_ptr<MeroDoubleResultItem>>& getItems() const;
     /// Sum of the values of all items.
     [[nodiscard]] double getTotal() const;
     /// Divisor of every item; only in `ResultModeMean`, but keeping it is always allowed.
@@ -53,7 +53,10 @@ private:
     /// Up to this many items a search compares the paths; beyond, `index` is used.
     static constexpr std::size_t LinearLimit = 8;
 
-    std::vector<std::unique_ptr<MeroDoubleResultItem>> items;
+    /// In the order of making until they are read: then new ones are brought into the order of the others.
+    mutable std::vector<std::unique_ptr<MeroDoubleResultItem>> items;
+    mutable std::size_t ordered = 0;  ///< so many at the front are in order
+    MeroSharedDivisor sharedDivisor;
     std::unordered_multimap<std::size_t, MeroDoubleResultItem*> index;
     std::size_t cursor = 0;
     int mode;

@@ -28,6 +28,29 @@ std::size_t hashOfPath(MeroPathView path) {
 MeroResultItem::MeroResultItem(MeroPathView itemPath, SV::String key)
     : path(itemPath.begin(), itemPath.end()), pathKey(std::move(key)) {}
 
+bool MeroSharedDivisor::change(int change) {
+    if (change == DivisorRaised) {
+        ++raises;
+        return true;
+    }
+    if (change <= 0) {
+        return false;
+    }
+    count = change;
+    raises = 0;
+    ++settings;
+    return true;
+}
+
+MeroDoubleResultItem::MeroDoubleResultItem(MeroPathView itemPath, SV::String key, int combinationMode,
+                                           const MeroSharedDivisor* sharedDivisor)
+    : MeroResultItem(itemPath, std::move(key)), mode(combinationMode), shared(sharedDivisor) {
+    if (shared != nullptr) {
+        raisesSeen = shared->raises;
+        settingsSeen = shared->settings;
+    }
+}
+
 void MeroDoubleResultItem::add(double newValue) {
     const bool adds = mode == ResultModeSum || hasDivisor(mode);
     value = adds ? value + newValue : newValue;
@@ -42,7 +65,24 @@ bool MeroDoubleResultItem::addForPath(double newValue, MeroPathView otherPath) {
 }
 
 double MeroDoubleResultItem::getValue() const {
-    return hasDivisor(mode) && divisor >= 1 ? value / divisor : value;
+    const std::int32_t count = hasDivisor(mode) ? getDivisor() : 0;
+    return count >= 1 ? value / count : value;
+}
+
+std::int32_t MeroDoubleResultItem::getDivisor() const {
+    if (shared == nullptr) {
+        return divisor;
+    }
+    return settingsSeen == shared->settings ? divisor + shared->raises - raisesSeen
+                                            : shared->count + shared->raises;
+}
+
+void MeroDoubleResultItem::catchUp() {
+    divisor = getDivisor();
+    if (shared != nullptr) {
+        raisesSeen = shared->raises;
+        settingsSeen = shared->settings;
+    }
 }
 
 bool MeroDoubleResultItem::setDivisor(std::int32_t count) {
@@ -53,11 +93,13 @@ bool MeroDoubleResultItem::setDivisor(std::int32_t count) {
     if (!hasDivisor(mode)) {
         return false;
     }
+    catchUp();
     divisor = count;
     return true;
 }
 
 bool MeroDoubleResultItem::changeDivisor(int change) {
+    catchUp();
     if (change == DivisorRaised) {
         ++divisor;
         return true;

@@ -59,10 +59,23 @@ private:
     SV::String pathKey;
 };
 
+/// Changes of a divisor that concern all items of an object at once. Items catch up when they are read, so
+/// that a change costs the same for one item as for many.
+struct MeroSharedDivisor {
+    std::int32_t count = 0;      ///< set last
+    std::int32_t raises = 0;     ///< since then
+    std::uint32_t settings = 0;  ///< how often it was set
+
+    /// As `MeroDoubleResultItem::changeDivisor`.
+    bool change(int change);
+};
+
 class MeroDoubleResultItem : public MeroResultItem {
 public:
-    MeroDoubleResultItem(MeroPathView itemPath, SV::String key, int combinationMode)
-        : MeroResultItem(itemPath, std::move(key)), mode(combinationMode) {}
+    /// `sharedDivisor`, which isn't owned, has to outlive the item; null where items have divisors of their
+    /// own. What it was changed by before doesn't concern the item.
+    MeroDoubleResultItem(MeroPathView itemPath, SV::String key, int combinationMode,
+                         const MeroSharedDivisor* sharedDivisor = nullptr);
 
     void add(double newValue);
     /// As `add`, only if the path is this item's.
@@ -71,12 +84,18 @@ public:
     [[nodiscard]] double getValue() const;
     /// False, and an internal error, for a negative count; false in modes without a divisor.
     bool setDivisor(std::int32_t count);
-    [[nodiscard]] std::int32_t getDivisor() const { return divisor; }
+    [[nodiscard]] std::int32_t getDivisor() const;
     /// A divisor as `addValue` of the result set takes it: kept, raised, or the new count if that is above 0.
     bool changeDivisor(int change);
 
 private:
+    /// Makes the divisor the item's own, up to now.
+    void catchUp();
+
     double value = 0.0;
-    std::int32_t divisor = 0;
+    std::int32_t divisor = 0;  ///< as of what it has seen of the shared one
     int mode;
+    const MeroSharedDivisor* shared;
+    std::int32_t raisesSeen = 0;
+    std::uint32_t settingsSeen = 0;
 };
