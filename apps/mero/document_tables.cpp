@@ -7,6 +7,8 @@
 
 #include "component/host/core_time.h"
 
+#include "apps/mero/shown_values.h"
+
 namespace mero {
 
 namespace {
@@ -131,6 +133,17 @@ std::vector<TextTable> tablesOf(const ResultDocument& document, const std::strin
             TextTable history = historyTable(readings, characters);
             history.headers = {title + ": history of " + subAgent.name, context};
             tables.push_back(std::move(history));
+        }
+    }
+    return tables;
+}
+
+std::vector<TextTable> tablesOf(const ReplicationDocument& document, const std::string& source) {
+    std::vector<TextTable> tables;
+    for (const ResultTable& table : document.tables) {
+        for (TextTable& text : textTablesOf(table, document.run)) {
+            text.headers.push_back("file: " + source);
+            tables.push_back(std::move(text));
         }
     }
     return tables;

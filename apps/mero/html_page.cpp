@@ -66,7 +66,7 @@ std::string replicationsOf(const RunDescription& run) {
     text += "</tr></thead>\n<tbody>\n";
     for (const RunRecord& record : run.runs) {
         text += fmt::format(
-            "<tr><th scope=\"row\">{}</th><td>{}</td><td>{}</td><td>{}</td><td>{}</td><td>{}"
+            "<tr><th scope=\"row\" class=\"label\">{}</th><td>{}</td><td>{}</td><td>{}</td><td>{}</td><td>{}"
             "</td><td>{}</td><td>{:016x}</td></tr>\n",
             record.replication, record.seed, record.started, record.finished, record.dropped,
             record.unfinished, record.events, record.fingerprint);
@@ -128,8 +128,8 @@ private:
 
     [[nodiscard]] std::string head() const {
         const bool isReplicated = run.isReplicated;
-        std::string first =
-            fmt::format("<tr><th scope=\"col\"{}>Object</th>", isReplicated ? " rowspan=\"2\"" : "");
+        std::string first = fmt::format("<tr><th scope=\"col\" class=\"label\"{}>Object</th>",
+                                        isReplicated ? " rowspan=\"2\"" : "");
         std::string second = "<tr>";
         for (std::size_t index = 0; index < columns.size();) {
             const Column& column = table.columns[columns[index]];
@@ -148,8 +148,9 @@ private:
 
     [[nodiscard]] std::string line(std::size_t number, const std::string& rowNumber) const {
         const Row& row = table.rows[number];
-        std::string text = fmt::format("<tr data-depth=\"{}\"><th scope=\"row\" style=\"--depth:{}\">{}</th>",
-                                       row.depth, row.depth, escapedHtml(rowNumber + row.label));
+        std::string text = fmt::format(
+            "<tr data-depth=\"{}\"><th scope=\"row\" class=\"label\" style=\"--depth:{}\">{}</th>", row.depth,
+            row.depth, escapedHtml(rowNumber + row.label));
         for (std::size_t index = 0; index < columns.size(); ++index) {
             const double value = row.cells[columns[index]];
             const std::string exact = cellText(value, table.columns[columns[index]], run);

@@ -23,14 +23,14 @@ summary { cursor: pointer; color: var(--accent); }
 .scroll { overflow: auto; max-height: 85vh; border: 1px solid var(--line); border-radius: 6px; }
 table { border-collapse: separate; border-spacing: 0; width: 100%; font-variant-numeric: tabular-nums; }
 th, td { padding: 4px 12px; text-align: right; white-space: nowrap; background: var(--back); }
-tr:nth-child(even) > * { background: var(--band); }
-thead th { position: sticky; top: 0; z-index: 1; background: var(--back); vertical-align: bottom;
-  border-bottom: 1px solid var(--line); }
-thead tr + tr th { top: 2.6em; font-weight: normal; }
+tbody tr:nth-child(even) > * { background: var(--band); }
+thead { position: sticky; top: 0; z-index: 2; }
+thead th { vertical-align: bottom; border-bottom: 1px solid var(--line); }
+thead tr + tr th { font-weight: normal; }
 thead th.measure { text-align: center; }
-th:first-child { position: sticky; left: 0; z-index: 1; text-align: left; font-weight: normal;
+th.label { position: sticky; left: 0; z-index: 1; text-align: left;
   padding-left: calc(12px + 20px * var(--depth, 0)); }
-thead th:first-child { z-index: 2; font-weight: bold; }
+tbody th.label { font-weight: normal; }
 tfoot > tr > * { border-top: 1px solid var(--line); font-weight: bold; }
 tfoot tr + tr > * { border-top: 0; }
 .unit { display: block; color: var(--quiet); font-size: 0.85em; font-weight: normal; }

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <limits>
 
+#include "platform/interchange/result_table_keys.h"
+
 namespace mero {
 
 namespace {
@@ -83,9 +85,7 @@ ResultTable ReplicationTables::tableOf(const Agent& agent) const {
     for (const auto& [position, measure] : agent.measures) {
         ResultTable::Column column = measure.head;
         column.scale = measure.scale.mean();
-        for (const ResultStatistic statistic :
-             {ResultStatistic::Count, ResultStatistic::Mean, ResultStatistic::Deviation,
-              ResultStatistic::Lower, ResultStatistic::Upper}) {
+        for (const ResultStatistic statistic : StatisticsInOrder) {
             column.statistic = statistic;
             table.columns.push_back(column);
         }

@@ -11,42 +11,47 @@ CLI::App* ShowCommand::describe(CLI::App& program) {
     CLI::App* const command =
         program.add_subcommand("show",
                                "Example:\n  mero show frequency.hist\n\n"
-                               "Shows a history file or a result document (--results json) as tables.");
-    command->add_option("FILE", file, "History file or result document")->required();
+                               "Shows a history file, or results written as json, as tables.");
+    command->add_option("FILE", file, "History file or results in JSON")->required();
     command->add_flag("--ascii", ascii, "Table without box drawing");
     return command;
 }
 
-Result<void> ShowCommand::run(Console& console) {
+Result<std::vector<TextTable>> ShowCommand::readTables(CharacterSet characters) const {
     const Result<std::string> text = readWholeFile(file);
     if (!text) {
         return text.error();
     }
-    const CharacterSet characters = ascii ? CharacterSet::Ascii : CharacterSet::BoxDrawing;
-    std::vector<TextTable> tables;
     const std::size_t first = text.value().find_first_not_of(" \t\r\n\xef\xbb\xbf");
-    if (first != std::string::npos && text.value()[first] == '{') {
-        const Result<ResultDocument> document = readResultDocument(text.value(), file);
-        if (!document) {
-            return document.error();
-        }
-        tables = tablesOf(document.value(), file, characters);
-    } else {
+    if (first == std::string::npos || text.value()[first] != '{') {
         const Result<HistoryFile> history = readHistoryFile(text.value(), file);
-        if (!history) {
-            return history.error();
-        }
-        tables.push_back(tableOf(history.value(), file, characters));
+        return history ? Result<std::vector<TextTable>>({tableOf(history.value(), file, characters)})
+                       : history.error();
+    }
+    if (isReplicationDocument(text.value())) {
+        const Result<ReplicationDocument> document = readReplicationDocument(text.value(), file);
+        return document ? Result<std::vector<TextTable>>(tablesOf(document.value(), file)) : document.error();
+    }
+    const Result<ResultDocument> document = readResultDocument(text.value(), file);
+    return document ? Result<std::vector<TextTable>>(tablesOf(document.value(), file, characters))
+                    : document.error();
+}
+
+Result<void> ShowCommand::run(Console& console) {
+    const CharacterSet characters = ascii ? CharacterSet::Ascii : CharacterSet::BoxDrawing;
+    const Result<std::vector<TextTable>> tables = readTables(characters);
+    if (!tables) {
+        return tables.error();
     }
     bool isFirst = true;
-    for (const TextTable& table : tables) {
+    for (const TextTable& table : tables.value()) {
         if (!isFirst) {
             console.out << '\n';
         }
         isFirst = false;
         printTable(table, console, characters);
     }
-    if (tables.empty()) {
+    if (tables.value().empty()) {
         console.tell(file + ": holds no values");
     }
     return {};

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "apps/mero/command.h"
+#include "apps/mero/text_table.h"
 
 namespace mero {
 
@@ -13,6 +15,8 @@ public:
     Result<void> run(Console& console) override;
 
 private:
+    [[nodiscard]] Result<std::vector<TextTable>> readTables(CharacterSet characters) const;
+
     std::string file;
     bool ascii = false;
 };

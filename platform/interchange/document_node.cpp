@@ -41,6 +41,10 @@ double DocumentNode::number() const {
     return content->get<double>();
 }
 
+double DocumentNode::numberOrNone() const {
+    return content->is_null() ? std::numeric_limits<double>::quiet_NaN() : number();
+}
+
 std::int32_t DocumentNode::integer() const {
     if (!content->is_number_integer()) {
         refuse(fmt::format("a whole number is expected here, not {}", jsonKind(*content)));

@@ -28,6 +28,8 @@ public:
     [[nodiscard]] std::string text() const;
     [[nodiscard]] bool flag() const;
     [[nodiscard]] double number() const;
+    /// Not-a-number for null.
+    [[nodiscard]] double numberOrNone() const;
     [[nodiscard]] std::int32_t integer() const;
     [[nodiscard]] std::vector<DocumentNode> list() const;
 

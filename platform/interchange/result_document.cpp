@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <fmt/format.h>
-#include <limits>
 #include <nlohmann/json.hpp>
 #include <tuple>
 
@@ -77,10 +76,6 @@ Json jsonOf(const ResultOfAgent& agent) {
             {"subAgents", std::move(subAgents)}};
 }
 
-double numberOrNone(const DocumentNode& node) {
-    return node.json().is_null() ? std::numeric_limits<double>::quiet_NaN() : node.number();
-}
-
 std::vector<std::string> textsAt(const DocumentNode& node, std::string_view key) {
     std::vector<std::string> texts;
     for (const DocumentNode& text : node.listAt(key)) {
@@ -95,7 +90,7 @@ ResultItem readItem(const DocumentNode& node) {
     for (std::string& name : textsAt(node, "path")) {
         item.path.push_back({std::move(name), MeroNoId});
     }
-    item.value = numberOrNone(node.at("value"));
+    item.value = node.at("value").numberOrNone();
     item.divisor = node.at("divisor").integer();
     return item;
 }
@@ -120,8 +115,8 @@ ResultSetDocument readSet(const DocumentNode& node) {
         set.history.emplace();
         for (const DocumentNode& reading : node.listAt("history")) {
             reading.checkKeys({"object", "time", "value"});
-            set.history->push_back({reading.at("object").text(), numberOrNone(reading.at("time")),
-                                    numberOrNone(reading.at("value"))});
+            set.history->push_back({reading.at("object").text(), reading.at("time").numberOrNone(),
+                                    reading.at("value").numberOrNone()});
         }
     }
     return set;
@@ -133,7 +128,7 @@ ResultOfAgent readAgent(const DocumentNode& node) {
     agent.name.text = node.at("name").text();
     agent.model = node.at("model").text();
     agent.started = node.at("started").integer();
-    agent.scale = numberOrNone(node.at("scale"));
+    agent.scale = node.at("scale").numberOrNone();
     for (const DocumentNode& entry : node.listAt("subAgents")) {
         entry.checkKeys({"name", "type", "state", "finishedProcesses", "resultSet"});
         ResultOfSubAgent subAgent;

@@ -118,4 +118,15 @@ std::string writeResultDocument(ResultDocument document, const std::vector<Resul
 /// `replications` for each, and `tables` whose values are objects of statistics.
 std::string writeReplicationDocument(const std::vector<ResultTable>& tables, const RunDescription& run);
 
+struct ReplicationDocument {
+    RunDescription run;  ///< as far as tables show it
+    std::vector<ResultTable> tables;
+};
+
+/// Whether a text is a document of replications, be it a good one or not.
+[[nodiscard]] bool isReplicationDocument(std::string_view text);
+
+/// Reads what `writeReplicationDocument` writes; identifiers are 0.
+Result<ReplicationDocument> readReplicationDocument(std::string_view text, std::string_view source);
+
 }  // namespace mero

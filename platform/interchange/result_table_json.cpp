@@ -3,33 +3,13 @@
 
 #include "platform/interchange/result_json.h"
 #include "platform/interchange/result_table.h"
+#include "platform/interchange/result_table_keys.h"
 
 namespace mero {
 
 namespace {
 
 using Json = nlohmann::ordered_json;
-
-constexpr std::string_view ReplicationFormatName = "mero-replications";
-constexpr int ReplicationFormatVersion = 1;
-
-std::string_view keyOf(ResultStatistic statistic) {
-    switch (statistic) {
-        case ResultStatistic::Count:
-            return "replications";
-        case ResultStatistic::Mean:
-            return "mean";
-        case ResultStatistic::Deviation:
-            return "standardDeviation";
-        case ResultStatistic::Lower:
-            return "lower";
-        case ResultStatistic::Upper:
-            return "upper";
-        case ResultStatistic::Value:
-            break;
-    }
-    return "value";
-}
 
 std::string hexadecimal(std::uint64_t value) {
     return fmt::format("{:016x}", value);
@@ -88,7 +68,7 @@ Json rowsOf(const ResultTable& table, std::size_t width) {
     Json rows = Json::array();
     RowPaths paths;
     for (const ResultTable::Row& row : table.rows) {
-        Json node{{"row", wordOf(row.kind)}};
+        Json node{{"row", wordOf(row.kind)}, {"label", row.label}};
         Json path = Json::array();
         for (const ResultName* const name : paths.of(row)) {
             path.push_back(name->text);
@@ -117,7 +97,7 @@ Json jsonOf(const std::vector<ResultTable>& tables, const RunDescription& run) {
             const ResultTable::Column& column = table.columns[first];
             columns.push_back({{"measure", column.measure},
                                {"type", column.type},
-                               {"unit", column.unit == ResultUnit::Seconds ? "s" : ""},
+                               {"unit", column.unit == ResultUnit::Seconds ? UnitOfSeconds : ""},
                                {"scale", column.scale}});
         }
         list.push_back({{"agent", table.agent.text},

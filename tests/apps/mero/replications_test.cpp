@@ -100,6 +100,27 @@ TEST_F(ReplicationsTest, StatisticsAreThoseOfRunsWithTheSeedsTold) {
     }
 }
 
+TEST_F(ReplicationsTest, TheDocumentIsShownAsTheTablesOfItsRun) {
+    const std::string file = folder / "r.json";
+    const std::vector<std::string> shared{"--replications", "3", "--sum", "--ascii"};
+    std::vector<std::string> json = shared;
+    json.insert(json.end(), {"--results", "json"});
+    writeFile(file, simulate(json).out);
+    std::string expected = simulate(shared).out;
+    const ProgramRun shown = runProgram({"show", file, "--ascii"});
+    EXPECT_EQ(shown.status, 0) << shown.err;
+    const std::string context = "scale: 1\n";
+    for (std::size_t place = expected.find(context); place != std::string::npos;
+         place = expected.find(context, place + 1)) {
+        expected.insert(place + context.size(), "file: " + file + "\n");
+    }
+    EXPECT_EQ(shown.out, expected);
+    writeFile(file, R"({"format":"mero-replications","version":1,"run":{"title":3}})");
+    const ProgramRun bad = runProgram({"show", file});
+    EXPECT_EQ(bad.status, 1);
+    EXPECT_NE(bad.err.find("run.title: a text is expected"), std::string::npos) << bad.err;
+}
+
 TEST_F(ReplicationsTest, OptionsThatBelongToOneRunAreRefused) {
     EXPECT_EQ(simulate({"--jobs", "2"}).status, 2);
     EXPECT_EQ(simulate({"--replications", "0"}).status, 2);
