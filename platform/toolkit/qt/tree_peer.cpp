@@ -2,7 +2,9 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QStyledItemDelegate>
 #include <QTreeView>
+#include <algorithm>
 
 #include "component/host/tree_list_box.h"
 
@@ -14,6 +16,20 @@ namespace mero::qt {
 
 namespace {
 
+/// Gives rows without a picture the room of those with one.
+class RowDelegate : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option,
+                                 const QModelIndex& index) const override {
+        constexpr int RoomAroundText = 4;
+        QSize size = QStyledItemDelegate::sizeHint(option, index);
+        size.setHeight(std::max(size.height(), option.fontMetrics.height() + RoomAroundText));
+        return size;
+    }
+};
+
 class TreePeer : public ControlPeer {
 public:
     TreePeer(MeroTreeListBox& shownTree, QTreeView* shown)
@@ -21,6 +37,9 @@ public:
         view->setModel(&model);
         view->header()->hide();
         view->setUniformRowHeights(true);
+        view->setItemDelegate(&rows);
+        // A flat list has nothing to expand.
+        view->setRootIsDecorated(false);
         view->setExpandsOnDoubleClick(false);
         view->setEditTriggers(QAbstractItemView::NoEditTriggers);
         view->setSelectionMode(tree.IsMultiSelection() ? QAbstractItemView::ExtendedSelection
@@ -43,6 +62,7 @@ public:
         if (widget != nullptr) {
             view->viewport()->removeEventFilter(this);
             view->setModel(nullptr);
+            view->setItemDelegate(nullptr);
         }
     }
 
@@ -71,12 +91,16 @@ protected:
         switch (change.aspect) {
             case SV::Aspect::ItemsInserted:
                 model.insert(change.item, change.position);
+                if (change.item != MeroNoTreeEntry) {
+                    view->setRootIsDecorated(true);
+                }
                 break;
             case SV::Aspect::ItemsRemoved:
                 model.remove(change.item, change.position);
                 break;
             case SV::Aspect::ItemsCleared:
                 model.clear();
+                view->setRootIsDecorated(false);
                 break;
             case SV::Aspect::ItemChanged:
                 model.entryChanged(change.item);
@@ -157,6 +181,7 @@ private:
     MeroTreeListBox& tree;
     QTreeView* view;
     TreeModel model;
+    RowDelegate rows;
 };
 
 }  // namespace
