@@ -1,6 +1,7 @@
 #include <QApplication>
 #include <benchmark/benchmark.h>
 #include <cmath>
+#include <filesystem>
 
 #include "component/agents/super_agent.h"
 #include "component/display/agent_browser_window.h"
@@ -51,10 +52,15 @@ public:
         return sets;
     }
 
-    [[nodiscard]] ResultSets history(int points) const {
+    /// In memory, or in `file` if there is one.
+    [[nodiscard]] ResultSets history(int points, const std::string& file = "") const {
         ResultSets sets;
         sets.push_back(makeSet(ResultKindNumber, "History"));
-        sets.back()->enableMemoryHistory(true);
+        if (file.empty()) {
+            sets.back()->enableMemoryHistory(true);
+        } else {
+            sets.back()->enableDiskHistory(SV::String(file), "# History\n", true);
+        }
         for (int point = 0; point < points; ++point) {
             sets.back()->addHistoryPoint(tasks.front(), tasks.front(),
                                          std::sin(point / 1000.0) + (point % 17) / 17.0, point);
@@ -163,6 +169,20 @@ void openGraph(benchmark::State& state) {
     }
 }
 BENCHMARK(openGraph)->Arg(Million)->Arg(10 * Million)->Unit(benchmark::kMillisecond);
+
+void openGraphOfFile(benchmark::State& state) {
+    const Results results;
+    const auto file = std::filesystem::temp_directory_path() / "mero_bench.hist";
+    const ResultSets sets = results.history(static_cast<int>(state.range(0)), file.string());
+    MeroSuperAgent agent;
+    for (auto _ : state) {
+        MeroAgentResultWindows windows(agent);
+        windows.showResult(nullptr, pointersTo(sets), "Values", DisplayHistory, 1.0, {});
+        benchmark::DoNotOptimize(mero::qt::widgetOf(windows.getGraphWindow())->grab());
+    }
+    std::filesystem::remove(file);
+}
+BENCHMARK(openGraphOfFile)->Arg(Million)->Unit(benchmark::kMillisecond);
 
 /// The legend's choice of the one curve, as often as the user likes.
 void showCurve(benchmark::State& state) {

@@ -91,18 +91,28 @@ bool isAtEnd(std::FILE* stream) {
     return false;
 }
 
-/// Reads to the end of the line, keeps what fits and drops the rest. False at the end of the file.
-bool readLine(std::FILE* stream, char* line, std::size_t capacity) {
-    std::size_t length = 0;
-    int character = std::getc(stream);
-    const bool found = character != EOF;
-    for (; character != EOF && character != '\n'; character = std::getc(stream)) {
-        if (length + 1 < capacity) {
-            line[length++] = static_cast<char>(character);
+/// Reads to the end of the line, keeps what fits and drops the rest. Gives the number of bytes that it took;
+/// 0 at the end of the file.
+long readLine(std::FILE* stream, char* line, std::size_t capacity) {
+    // Where fgets ended is seen by what it left of the line breaks, also if the line holds zero bytes.
+    std::memset(line, '\n', capacity);
+    if (std::fgets(line, static_cast<int>(capacity), stream) == nullptr) {
+        line[0] = '\0';
+        return 0;
+    }
+    const auto* const lineBreak = static_cast<const char*>(std::memchr(line, '\n', capacity));
+    if (lineBreak != nullptr) {
+        const bool wasRead = lineBreak + 1 < line + capacity && lineBreak[1] == '\0';
+        return lineBreak - line + (wasRead ? 1 : -1);
+    }
+    auto taken = static_cast<long>(capacity) - 1;
+    for (int next = std::getc(stream); next != EOF; next = std::getc(stream)) {
+        ++taken;
+        if (next == '\n') {
+            break;
         }
     }
-    line[length] = '\0';
-    return found;
+    return taken;
 }
 
 void skipHeader(std::FILE* stream) {
@@ -233,10 +243,10 @@ bool MeroFileSequenceResult::getNext(MeroSequenceEntry& entry) {
         return false;
     }
     char text[LineCapacity];
-    const long place = std::ftell(file.get());
-    if (!readLine(file.get(), text, sizeof text) || std::ferror(file.get()) != 0 || !parseLine(text, entry)) {
+    const long taken = readLine(file.get(), text, sizeof text);
+    if (taken == 0 || std::ferror(file.get()) != 0 || !parseLine(text, entry)) {
         std::clearerr(file.get());
-        std::fseek(file.get(), place, SEEK_SET);
+        std::fseek(file.get(), -taken, SEEK_CUR);
         showBoxOfFile(ReadFailed, fileName);
         return false;
     }

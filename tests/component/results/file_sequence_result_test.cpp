@@ -77,7 +77,9 @@ TEST_F(FileSequenceResult, ReadsPassAfterPassAndGoesOnWriting) {
     EXPECT_EQ(readPass(history), (std::vector<double>{5, 10, 1}));
     EXPECT_TRUE(history.addEntry(2.0, 20.0, 6));
     history.closeForReading();
-    EXPECT_EQ(readPass(history), (std::vector<double>{5, 10, 1, 6, 20, 2}));
+    ASSERT_TRUE(history.getNext(entry));
+    history.rewind();
+    EXPECT_EQ(readPass(history), (std::vector<double>{5, 10, 1, 6, 20, 2})) << "from the start again";
 }
 
 TEST_F(FileSequenceResult, ReadsLinesOfAnyLengthAndEmptyFiles) {
@@ -86,6 +88,15 @@ TEST_F(FileSequenceResult, ReadsLinesOfAnyLengthAndEmptyFiles) {
           "\n         2;          7; 3.000000; x\n");
     auto history = make();
     EXPECT_EQ(readPass(history), (std::vector<double>{1, 0, 2.5, 2, 7, 3}));
+    write(std::string("1; 1; 2; a\0b\n2; 2; 3; x", 23));
+    auto zeroByte = make();
+    EXPECT_EQ(readPass(zeroByte), (std::vector<double>{1, 1, 2, 2, 2, 3})) << "the last line has no end";
+    for (const std::size_t length : {125, 126, 127, 128, 129}) {
+        const std::string line = "1; 1; 2; ";
+        write(line + std::string(length - line.size(), 'n') + "\n2; 2; 3; x\n");
+        auto fullLine = make();
+        EXPECT_EQ(readPass(fullLine), (std::vector<double>{1, 1, 2, 2, 2, 3})) << length;
+    }
     for (const char* const empty : {"", "# only a header\n"}) {
         write(empty);
         auto emptyHistory = make();
