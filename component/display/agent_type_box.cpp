@@ -151,11 +151,14 @@ bool MeroAgentTypeBox::isTemplateAllowedFor(const SV::String& typeName, MeroId l
 
 void MeroAgentTypeBox::updateForModel(MeroId modelId) {
     auto* const types = MeroModelTypeAttrHandler::GetGlobal();
-    MeroId modelClass = MeroNoId;
     const int type = types != nullptr ? types->GetModelTypeIndexOfModel(modelId) : -1;
-    if (types == nullptr || !types->IsSimulateableModelType(type) || !repositoryDoes([&](auto& repository) {
-            return repository.enhanced().classOf(modelId, modelClass);
-        })) {
+    MeroId modelClass = MeroNoId;
+    const bool isKnown =
+        repositoryDoes([&](auto& repository) { return repository.enhanced().classOf(modelId, modelClass); });
+    if (!isKnown) {
+        displayErrorMessage(ModuleName, __LINE__);
+    }
+    if (!isKnown || types == nullptr || !types->IsSimulateableModelType(type)) {
         Clear();
         Disable();
         return;

@@ -8,14 +8,11 @@
 #include "component/agents/agent_types.h"
 #include "component/agents/atomar_agent.h"
 #include "component/agents/super_agent.h"
-#include "component/display/agent_tree_list_box.h"
 #include "component/display/agent_type_box.h"
 #include "component/management/agent_management.h"
 #include "component/management/general_services.h"
 #include "tests/component/support/embedded_platform.h"
-#include "tests/component/support/failing_repository.h"
 #include "tests/component/support/recording_control.h"
-#include "tests/component/support/sample_models.h"
 
 namespace mero::test {
 
@@ -99,31 +96,6 @@ TEST(PredefinedAgents, CanBeMadeAndMeasureInEachAnalysisTheyAreOfferedFor) {
                     isAgentKeyword(library.GetKeyword(), true));
     }
     EXPECT_EQ(everOffered.size(), predefined) << "each is offered for one kind of model";
-}
-
-TEST(AgentTree, LeavesOutWhatTheRepositoryDoesNotTell) {
-    int calls = 0;
-    for (int failing = FailingRepository::NoCall; failing <= calls; ++failing) {
-        const EmbeddedPlatform platform(
-            sampleModels(agentDocument("M", "Process agent", canonicalDefinition, taskObjects)));
-        MeroAgentManagement management;
-        SV::ModalDialog window(nullptr, Form::Form);
-        MeroAgentTreeListBox tree(&window, Form::Tree, true);
-        tree.setManagement(management);
-        const FailingRepository repository(failing);
-        const int status =
-            tree.insertModels({platform.model("Order")}, platform.model("Staff"), AnalysisPath);
-        const bool isWhole = tree.GetEntryCount() == 4;
-        if (failing == FailingRepository::NoCall) {
-            calls = repository.callCount();
-            EXPECT_EQ(status, StatusOk);
-            EXPECT_TRUE(isWhole);
-        } else if (std::string(repository.failedOperation()) != "IsModelLoaded") {
-            EXPECT_TRUE(isWhole || !EmbeddedPlatform::internalErrors().empty())
-                << failing << ": " << repository.failedOperation();
-        }
-    }
-    EXPECT_GT(calls, 20);
 }
 
 }  // namespace
