@@ -146,7 +146,7 @@ public:
         }
         plot.xAxis->setRange(qt::steppedRange(extentOf(
             [](const QCPGraph& graph, bool& found) { return graph.getKeyRange(found, QCP::sdBoth); })));
-        plot.yAxis->setRange(qt::steppedRange(extentOf(
+        plot.yAxis->setRange(qt::steppedValueRange(extentOf(
             [](const QCPGraph& graph, bool& found) { return graph.getValueRange(found, QCP::sdBoth); })));
         placeLegend();
     }

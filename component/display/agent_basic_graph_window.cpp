@@ -42,7 +42,7 @@ int MeroAgentBasicGraphWindow::totalCurves = 0;
 bool MeroAgentBasicGraphWindow::limitWasTold = false;
 
 MeroAgentBasicGraphWindow::MeroAgentBasicGraphWindow(SV::Window* parent, SV::ResId form, int mode)
-    : MeroAgentBasicResultInterface(parent, form, {{}, DisplayHistory, 1.0, {}}),
+    : MeroAgentBasicResultInterface(parent, form, {SV::String(form), DisplayHistory, 1.0, {}}),
       curveMode(mode),
       graph(this, MeroGraphResultForm::Graph),
       legendLabel(this, MeroGraphResultForm::LegendLabel),

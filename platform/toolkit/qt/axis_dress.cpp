@@ -11,6 +11,27 @@
 
 namespace mero::qt {
 
+namespace {
+
+/// `tick`, which is a sum of steps, without the error of the addition.
+double roundedTick(double tick, double step) {
+    constexpr double DigitsOfStep = 2.0;
+    const double scale = std::pow(10.0, DigitsOfStep - std::floor(std::log10(step)));
+    return scale > 1.0 ? std::round(tick * scale) / scale : std::round(tick);
+}
+
+int decimalsOf(const SV::String& number) {
+    const std::size_t point = number.Search(".");
+    return point != SV::String::NotFound ? static_cast<int>(number.Len() - point) - 1 : 0;
+}
+
+double stepOf(const QCPRange& data) {
+    const double size = data.size() > 0 ? data.size() : std::max(std::abs(data.upper), 1.0);
+    return std::pow(10.0, std::floor(std::log10(size))) / 2;
+}
+
+}  // namespace
+
 double LabelTicker::getTickStep(const QCPRange& range) {
     static constexpr std::array RoundTimes{1.0,     2.0,     5.0,     10.0,    15.0,     30.0,    60.0,
                                            120.0,   300.0,   600.0,   900.0,   1800.0,   3600.0,  7200.0,
@@ -18,25 +39,35 @@ double LabelTicker::getTickStep(const QCPRange& range) {
     const double wanted = range.size() / (tickCount() + 1e-10);
     const auto* const step = std::ranges::lower_bound(RoundTimes, wanted);
     const bool isTime = MeroCoreTime::isTime(labelOf(range.upper));
-    return isTime && step != RoundTimes.end() ? *step : QCPAxisTicker::getTickStep(range);
+    lastStep = isTime && step != RoundTimes.end() ? *step : QCPAxisTicker::getTickStep(range);
+    return lastStep;
 }
 
 QString LabelTicker::getTickLabel(double tick, const QLocale&, QChar, int) {
-    // What is next to nothing beside the distance of ticks is 0.
-    constexpr double NextToNothing = 1e-9;
-    const SV::String label = labelOf(std::abs(tick) < NextToNothing ? 0.0 : tick);
-    const QString time = dressedTime(label);
-    return time.isEmpty() ? plain(label) : time;
+    const SV::String label = labelOf(roundedTick(tick, lastStep));
+    return dressed(label, decimalsOf(label));
 }
 
 QCPRange steppedRange(const QCPRange& data) {
-    const double size = data.size() > 0 ? data.size() : std::max(std::abs(data.upper), 1.0);
-    const double step = std::pow(10.0, std::floor(std::log10(size))) / 2;
+    const double step = stepOf(data);
     const bool touchesZero = data.lower >= 0 && data.lower < data.upper / 2;
     QCPRange range(touchesZero ? 0 : std::floor(data.lower / step) * step,
                    std::ceil(data.upper / step) * step);
     if (range.size() <= 0) {
         range = {range.lower - step, range.upper + step};
+    }
+    return range;
+}
+
+QCPRange steppedValueRange(const QCPRange& data) {
+    constexpr double ShareOfBorder = 0.02;
+    QCPRange range = steppedRange(data);
+    const double border = ShareOfBorder * range.size();
+    if (range.upper - data.upper < border) {
+        range.upper += stepOf(data);
+    }
+    if (range.lower != 0.0 && data.lower - range.lower < border) {
+        range.lower -= stepOf(data);
     }
     return range;
 }

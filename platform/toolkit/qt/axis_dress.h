@@ -9,8 +9,8 @@
 
 namespace mero::qt {
 
-/// Ticks with the texts that a function gives for values; times stand at whole minutes, hours and days, and
-/// are dressed for the screen.
+/// Ticks with the texts that a function gives for values, dressed for the screen; times stand at whole
+/// minutes, hours and days.
 class LabelTicker : public QCPAxisTicker {
 public:
     explicit LabelTicker(std::function<SV::String(double)> labeling) : labelOf(std::move(labeling)) {}
@@ -21,11 +21,14 @@ protected:
 
 private:
     std::function<SV::String(double)> labelOf;
+    double lastStep = 1.0;
 };
 
-/// The range that a value axis shows for data: from 0 if that isn't far, and growing in steps, so that a
-/// curve that grows doesn't make it jump at each point.
+/// The range that an axis shows for data: from 0 if that isn't far, and growing in steps, so that a curve
+/// that grows doesn't make it jump at each point.
 [[nodiscard]] QCPRange steppedRange(const QCPRange& data);
+/// As `steppedRange` for an axis of values: the data stay off its ends, where the border hides them.
+[[nodiscard]] QCPRange steppedValueRange(const QCPRange& data);
 
 /// Axes and background of a plot in the colours of a palette, with a light grid.
 void dressAxes(QCustomPlot& plot, const QPalette& palette, const QFont& font);

@@ -52,8 +52,12 @@ public:
 
     ~GraphPeer() override {
         if (widget != nullptr) {
+            // The widget goes later than this and may be drawn until then.
             plot->removeEventFilter(this);
             curve->setCurve(nullptr);
+            for (QCPAxis* const axis : {plot->xAxis, plot->yAxis}) {
+                axis->setTicker(QSharedPointer<QCPAxisTicker>::create());
+            }
         }
     }
 
@@ -127,7 +131,7 @@ private:
     void fit() {
         if (curve->hasPoints()) {
             plot->xAxis->setRange(steppedRange(curve->getXExtent()));
-            plot->yAxis->setRange(steppedRange(curve->getYExtent()));
+            plot->yAxis->setRange(steppedValueRange(curve->getYExtent()));
         }
     }
 

@@ -3,8 +3,10 @@
 #include <QApplication>
 #include <QBuffer>
 #include <QKeyEvent>
+#include <QLayout>
 #include <QSettings>
 #include <QUiLoader>
+#include <algorithm>
 
 #include "component/host/basic_services.h"
 #include "component/host/sv_dialog.h"
@@ -12,6 +14,7 @@
 #include "platform/toolkit/qt/control_peer.h"
 #include "platform/toolkit/qt/icons.h"
 #include "platform/toolkit/qt/text_conversion.h"
+#include "platform/toolkit/qt/wrapping_row.h"
 
 namespace mero::qt {
 
@@ -38,6 +41,7 @@ WindowPeer::WindowPeer(SV::Window& shownWindow, const Form& form) : window(shown
         displayErrorMessage("toolkit", static_cast<int>(form.id.value));
         return;
     }
+    WrappingRow::replaceLayouts(*root);
     root->setAttribute(Qt::WA_DeleteOnClose, false);
     root->installEventFilter(this);
     root->resize(form.size.width, form.size.height);
@@ -87,7 +91,7 @@ void WindowPeer::changed(const SV::Change& change) {
             root->resize(window.GetOutputSizePixel().width, window.GetOutputSizePixel().height);
             break;
         case SV::Aspect::MinimumSize:
-            root->setMinimumSize(window.GetMinOutputSizePixel().width, window.GetMinOutputSizePixel().height);
+            keepContentsApart();
             break;
         case SV::Aspect::Minimized:
             if (window.IsMinimized()) {
@@ -109,6 +113,21 @@ void WindowPeer::changed(const SV::Change& change) {
             break;
     }
     updating = wasUpdating;
+}
+
+void WindowPeer::keepContentsApart() {
+    QSize least(window.GetMinOutputSizePixel().width, window.GetMinOutputSizePixel().height);
+    const QLayout* const layout = root->layout();
+    if (least.isNull()) {
+        return;
+    }
+    if (layout != nullptr) {
+        least = least.expandedTo(layout->totalMinimumSize());
+        if (layout->hasHeightForWidth()) {
+            least.rheight() = std::max(least.height(), layout->totalMinimumHeightForWidth(root->width()));
+        }
+    }
+    root->setMinimumSize(least);
 }
 
 void WindowPeer::setFrame() {
@@ -184,7 +203,12 @@ bool WindowPeer::eventFilter(QObject* watched, QEvent* event) {
                 return true;
             }
             return false;
+        case QEvent::LayoutRequest:
+            keepContentsApart();
+            return false;
         case QEvent::Resize:
+            keepContentsApart();
+            [[fallthrough]];
         case QEvent::Move:
             if (!updating) {
                 window.userPlace({root->x(), root->y()}, {root->width(), root->height()});

@@ -31,6 +31,8 @@ public:
 private:
     void showOrHide();
     void setFrame();
+    /// Holds the smallest size that the program asks for, but not so small that parts would overlap.
+    void keepContentsApart();
     void remember() const;
 
     SV::Window& window;

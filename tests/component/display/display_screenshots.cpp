@@ -67,7 +67,10 @@ void saveResults(PictureFolder& folder) {
     folder.save(detail, "results_shrunk");
     detail.getObjects().expandAll();
     folder.save(detail, "results_detail");
-    folder.save(*windows.getBrowserWindows()[1], "results_total");
+    MeroAgentBrowserWindow& total = *windows.getBrowserWindows()[1];
+    folder.save(total, "results_total");
+    total.SetOutputSizePixel(total.GetMinOutputSizePixel());
+    folder.save(total, "results_narrow");
     folder.save(*windows.getGraphWindow(), "results_history_first");
     constexpr std::size_t CurveOfOrders = 0;
     windows.getGraphWindow()->getLegend().userSelect(CurveOfOrders + 4);

@@ -1,11 +1,13 @@
 #include <QCoreApplication>
 #include <QEvent>
-#include <QTest>
+#include <QRegion>
+#include <set>
 
 #include "component/host/function_graph.h"
 #include "component/host/resource_ids.h"
 
 #include "platform/toolkit/internal_errors.h"
+#include "tests/component/display/measured_results.h"
 #include "tests/component/display/result_window_cases.h"
 #include "tests/platform/toolkit/qt/qt_application.h"
 #include "tests/platform/toolkit/qt/widget_driver.h"
@@ -47,6 +49,34 @@ TEST(GraphWidget, DrawsAShownCurveThatOthersMovedInMemory) {
     const QImage before = picture();
     graph.UpdateFunctionGraph();
     EXPECT_NE(picture(), before) << "the points are drawn";
+}
+
+TEST(ResultTableWidget, ButtonsWrapWhereTheWindowIsNarrowAndNothingOverlaps) {
+    MeasuredResults results;
+    results.display(DisplayDetail);
+    MeroAgentBrowserWindow& window = results.table();
+    const auto rowsOfButtons = [&](const SV::Size& size) {
+        window.SetOutputSizePixel(size);
+        QCoreApplication::processEvents();
+        std::set<int> rows;
+        QRegion taken(widgetFor(window.getBrowser())->geometry());
+        for (const SV::ResId id :
+             {MeroBrowserForm::HelpButton, MeroBrowserForm::SaveButton, MeroBrowserForm::PrintButton,
+              MeroBrowserForm::SearchButton, MeroBrowserForm::DiagramButton, MeroBrowserForm::CloseButton}) {
+            const QWidget& button = *widgetFor(*window.FindControl(id));
+            QWidget& root = *widgetFor(window);
+            const QRect place(button.mapTo(&root, QPoint()), button.size());
+            EXPECT_TRUE(root.rect().contains(place));
+            EXPECT_FALSE(taken.intersects(place));
+            taken += place;
+            rows.insert(place.y());
+        }
+        return rows.size();
+    };
+    EXPECT_EQ(rowsOfButtons({900, 500}), 1U);
+    EXPECT_GT(rowsOfButtons(window.GetMinOutputSizePixel()), 1U);
+    EXPECT_EQ(rowsOfButtons({900, 500}), 1U);
+    results.agent().closeResultWindows();
 }
 
 }  // namespace
