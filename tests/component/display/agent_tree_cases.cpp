@@ -171,6 +171,7 @@ std::string hiddenWord(UserDriver& user) {
         notes += std::string("|");
     };
     user.select(panel.tree, {agent});
+    user.key(panel.tree, 'x');  // whatever was typed before
     typeWord("mirrormirrorcabinet");
     typeWord("xmirrorcabinet");
     user.select(panel.tree, {agent, panel.tree.getEntryOfModel(platform.model("Order"))});
