@@ -50,11 +50,19 @@ int drawPictures(const QString& path, const QString& folder) {
     return ExitDone;
 }
 
+/// What Qt has to say about the machine means nothing to who wants pictures.
+void dropHints(QtMsgType type, const QMessageLogContext&, const QString& text) {
+    if (type == QtCriticalMsg || type == QtFatalMsg) {
+        std::cerr << "mero-plot: " << text.toStdString() << '\n';
+    }
+}
+
 }  // namespace
 
 int main(int count, char** arguments) {
     // Nothing is shown, so that no display is needed.
     qputenv("QT_QPA_PLATFORM", "offscreen");
+    qInstallMessageHandler(dropHints);
     QApplication application(count, arguments);
     QCoreApplication::setApplicationName("mero-plot");
     QCommandLineParser parser;

@@ -12,6 +12,7 @@
 #include "platform/toolkit/qt/measure_legend.h"
 #include "platform/toolkit/qt/palette.h"
 #include "platform/toolkit/qt/process_diagram_painter.h"
+#include "platform/toolkit/qt/text_conversion.h"
 
 namespace mero {
 
@@ -21,6 +22,8 @@ constexpr int Margin = 16;
 constexpr int TitleHeight = 24;
 constexpr int ContextHeight = 18;
 constexpr int ChartWidth = 960;
+constexpr SV::ResId TitleOfProcesses{0x2012004};
+constexpr SV::ResId TitleOfTimes{0x201308A};
 
 QFont fontOf(int pixels, bool bold = false) {
     QFont font = QApplication::font();
@@ -139,7 +142,9 @@ class CurvePainter : public PicturePainter {
 public:
     explicit CurvePainter(const CurvePicture& shownPicture) : picture(shownPicture) {
         qt::dressAxes(plot, QApplication::palette(), fontOf(12));
-        setTicker(*plot.xAxis, MeasureOverlay::Unit::Seconds);
+        setTicker(*plot.xAxis, picture.abscissa);
+        const bool isTime = picture.abscissa == MeasureOverlay::Unit::Seconds;
+        plot.xAxis->setLabel(qt::plain(SV::String(isTime ? TitleOfTimes : TitleOfProcesses)));
         setTicker(*plot.yAxis, picture.caption.unit);
         for (std::size_t curve = 0; curve < picture.curves.size(); ++curve) {
             addCurve(picture.curves[curve], static_cast<int>(curve));
@@ -187,7 +192,9 @@ private:
 
     void addCurve(const CurvePicture::Curve& curve, int number) {
         QCPGraph* const graph = plot.addGraph();
-        graph->setName(QString::fromStdString(curve.name));
+        constexpr int RoomOfAName = ChartWidth / LegendColumns - 72;
+        graph->setName(QFontMetrics(fontOf(12))
+                           .elidedText(QString::fromStdString(curve.name), Qt::ElideRight, RoomOfAName));
         QPen pen(qt::categoryColor(number), 1.75);
         pen.setStyle(qt::isDashedCategory(number) ? Qt::DashLine : Qt::SolidLine);
         graph->setPen(pen);
@@ -221,8 +228,8 @@ private:
     /// Outside of the data, below.
     void placeLegend() {
         plot.legend->setVisible(true);
-        plot.legend->setFillOrder(QCPLegend::foColumnsFirst);
         plot.legend->setWrap(LegendColumns);
+        plot.legend->setFillOrder(QCPLegend::foColumnsFirst, true);
         plot.legend->setFont(fontOf(12));
         plot.legend->setBrush(Qt::NoBrush);
         plot.legend->setBorderPen(Qt::NoPen);

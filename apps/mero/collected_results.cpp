@@ -138,7 +138,7 @@ void ResultCollector::collect(MeroSuperAgent& agent) {
         if (grouping == Grouping::Missing) {
             showInfoBox(SV::String(MessageNoGroup));
         }
-        if (options.showsTables()) {
+        if (options.needsTables()) {
             addTable(agent, shownSets, document, grouping == Grouping::Formed);
         }
     }

@@ -94,6 +94,9 @@ CLI::App* ReplayCommand::describe(CLI::App& program) {
 }
 
 Result<void> ReplayCommand::run(Console& console) {
+    if (Result<void> ready = options.plots.prepare(options.format == ResultFormat::Html, console); !ready) {
+        return ready;
+    }
     RunTiming timing;
     timing.begin("load");
     const auto file = RepositoryFile::open(options.repositoryFile, RepositoryFile::Use::Read);
@@ -140,11 +143,11 @@ Result<void> ReplayCommand::run(Console& console) {
     RunDescription described = describeRun(options, plan.value(), repository);
     described.title = "replay of " + std::filesystem::path(eventsFile).filename().string();
     described.fingerprint = control.fingerprint();
-    printResults(results, options, described, console);
+    const Result<void> printed = printResults(results, options, described, repository, console);
     if (options.timing) {
         timing.tell(control.eventCount(), console);
     }
-    return {};
+    return printed;
 }
 
 }  // namespace mero

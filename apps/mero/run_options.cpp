@@ -180,6 +180,7 @@ void RunOptions::describe(CLI::App& command) {
         ->type_name("CLASS/RELATION");
     command.add_flag("--ascii", ascii, "Table without box drawing");
     command.add_flag("--timing", timing, "Tells the seconds of load, run and results on standard error");
+    plots.describe(command);
     command.add_option("--record-events", recordFile, "Writes every event of the run to this file (CSV)")
         ->type_name("FILE");
 }

@@ -6,6 +6,7 @@
 
 #include "component/host/sv_datetime.h"
 
+#include "apps/mero/run_plots.h"
 #include "apps/mero/text_table.h"
 #include "component/agents/agent_types.h"
 #include "component/display/agent_result_windows.h"
@@ -35,6 +36,8 @@ struct RunOptions {
         return isReplicated || format != ResultFormat::Json || detail || total || sum || extremes ||
                !groupClass.empty();
     }
+    /// Whether tables have to be made, for showing or for drawing.
+    [[nodiscard]] bool needsTables() const { return showsTables() || plots.wantsFiles(); }
     /// Word of `--analysis`.
     [[nodiscard]] std::string analysisName() const;
 
@@ -58,6 +61,7 @@ struct RunOptions {
     bool ascii = false;
     bool timing = false;
     std::string recordFile;
+    RunPlots plots;
 
 private:
     bool detail = false;  ///< the default, for who wants to write it

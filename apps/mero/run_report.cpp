@@ -1,9 +1,12 @@
 #include "apps/mero/run_report.h"
 
+#include <algorithm>
 #include <fmt/format.h>
+#include <iterator>
 #include <string_view>
 
 #include "apps/mero/html_page.h"
+#include "apps/mero/result_pictures.h"
 #include "apps/mero/shown_values.h"
 
 namespace mero {
@@ -26,8 +29,10 @@ void printTables(const std::vector<ResultTable>& tables, const RunDescription& r
 
 /// `json` makes the text of that form.
 template <class Json>
-void printShown(const std::vector<ResultTable>& tables, bool hasAgents, const RunDescription& run,
-                const RunOptions& options, const Console& console, Json json) {
+Result<void> printShown(const std::vector<ResultTable>& tables, bool hasAgents, const RunDescription& run,
+                        const RunOptions& options, const std::vector<ResultPicture>& pictures,
+                        const Console& console, Json json) {
+    const auto drawn = options.plots.draw(pictures, console);
     switch (options.format) {
         case ResultFormat::Json:
             console.out << json();
@@ -36,18 +41,19 @@ void printShown(const std::vector<ResultTable>& tables, bool hasAgents, const Ru
             console.out << writeResultCsv(tables, run);
             break;
         case ResultFormat::Html:
-            console.out << writeHtmlPage(tables, run);
+            console.out << writeHtmlPage(tables, run, drawn ? drawn.value() : std::vector<HtmlPicture>{});
             break;
         case ResultFormat::Table:
             printTables(tables, run, options, console);
             break;
     }
-    if (options.showsTables() && tables.empty()) {
+    if (options.needsTables() && tables.empty()) {
         console.tell(
             hasAgents ? "no agent has results to show in this analysis; \"mero agents REPO check\" tells more"
                       : "the models have no agents, so that nothing was measured; \"mero agents REPO add\" "
                         "makes one");
     }
+    return drawn ? Result<void>() : drawn.error();
 }
 
 }  // namespace
@@ -76,21 +82,31 @@ void RunTiming::tell(std::uint64_t events, const Console& console) {
     }
 }
 
-void printResults(const RunResults& results, const RunOptions& options, const RunDescription& run,
-                  const Console& console) {
-    printShown(results.tables, !results.document.agents.empty(), run, options, console, [&] {
-        return options.showsTables() ? writeResultDocument(results.document, results.tables, run)
-                                     : writeResultDocument(results.document);
-    });
+Result<void> printResults(const RunResults& results, const RunOptions& options, const RunDescription& run,
+                          const Repository& repository, const Console& console) {
+    std::vector<ResultPicture> pictures;
+    if (options.plots.draws()) {
+        pictures = picturesOf(results.tables, run, repository);
+        std::ranges::move(historiesOf(results.document, run), std::back_inserter(pictures));
+    }
+    Result<void> printed =
+        printShown(results.tables, !results.document.agents.empty(), run, options, pictures, console, [&] {
+            return options.showsTables() ? writeResultDocument(results.document, results.tables, run)
+                                         : writeResultDocument(results.document);
+        });
     for (const std::string& file : results.historyFiles) {
         console.tell("history written to " + file);
     }
+    return printed;
 }
 
-void printReplications(const std::vector<ResultTable>& tables, bool hasAgents, const RunOptions& options,
-                       const RunDescription& run, const Console& console) {
-    printShown(tables, hasAgents, run, options, console,
-               [&] { return writeReplicationDocument(tables, run); });
+Result<void> printReplications(const std::vector<ResultTable>& tables, bool hasAgents,
+                               const RunOptions& options, const RunDescription& run,
+                               const Repository& repository, const Console& console) {
+    const auto pictures =
+        options.plots.draws() ? picturesOf(tables, run, repository) : std::vector<ResultPicture>{};
+    return printShown(tables, hasAgents, run, options, pictures, console,
+                      [&] { return writeReplicationDocument(tables, run); });
 }
 
 }  // namespace mero

@@ -29,12 +29,14 @@ private:
     Clock::time_point started;
 };
 
-/// Prints the results of one run in the form asked for.
-void printResults(const RunResults& results, const RunOptions& options, const RunDescription& run,
-                  const Console& console);
+/// Prints the results of one run in the form asked for, and draws their pictures. Pictures that fail are an
+/// error; the results are printed all the same.
+Result<void> printResults(const RunResults& results, const RunOptions& options, const RunDescription& run,
+                          const Repository& repository, const Console& console);
 
-/// Prints the results of replications in the form asked for.
-void printReplications(const std::vector<ResultTable>& tables, bool hasAgents, const RunOptions& options,
-                       const RunDescription& run, const Console& console);
+/// The same with the results of replications.
+Result<void> printReplications(const std::vector<ResultTable>& tables, bool hasAgents,
+                               const RunOptions& options, const RunDescription& run,
+                               const Repository& repository, const Console& console);
 
 }  // namespace mero

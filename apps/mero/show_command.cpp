@@ -1,6 +1,8 @@
 #include "apps/mero/show_command.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
+#include <iterator>
 
 #include "apps/mero/atomic_file.h"
 #include "apps/mero/document_tables.h"
@@ -14,10 +16,11 @@ CLI::App* ShowCommand::describe(CLI::App& program) {
                                "Shows a history file, or results written as json, as tables.");
     command->add_option("FILE", file, "History file or results in JSON")->required();
     command->add_flag("--ascii", ascii, "Table without box drawing");
+    plots.describe(*command);
     return command;
 }
 
-Result<std::vector<TextTable>> ShowCommand::readTables(CharacterSet characters) const {
+Result<ShowCommand::Content> ShowCommand::readContent(CharacterSet characters) const {
     const Result<std::string> text = readWholeFile(file);
     if (!text) {
         return text.error();
@@ -25,36 +28,51 @@ Result<std::vector<TextTable>> ShowCommand::readTables(CharacterSet characters) 
     const std::size_t first = text.value().find_first_not_of(" \t\r\n\xef\xbb\xbf");
     if (first == std::string::npos || text.value()[first] != '{') {
         const Result<HistoryFile> history = readHistoryFile(text.value(), file);
-        return history ? Result<std::vector<TextTable>>({tableOf(history.value(), file, characters)})
+        return history ? Result<Content>(Content{{tableOf(history.value(), file, characters)},
+                                                 historiesOf(history.value(), file)})
                        : history.error();
     }
     if (isReplicationDocument(text.value())) {
         const Result<ReplicationDocument> document = readReplicationDocument(text.value(), file);
-        return document ? Result<std::vector<TextTable>>(tablesOf(document.value(), file)) : document.error();
+        return document ? Result<Content>(Content{
+                              tablesOf(document.value(), file),
+                              picturesOf(document.value().tables, document.value().run, Repository())})
+                        : document.error();
     }
     const Result<ResultDocument> document = readResultDocument(text.value(), file);
-    return document ? Result<std::vector<TextTable>>(tablesOf(document.value(), file, characters))
-                    : document.error();
+    if (!document) {
+        return document.error();
+    }
+    RunDescription run;
+    run.title = file;
+    Content content{tablesOf(document.value(), file, characters), chartsOf(document.value(), run)};
+    std::ranges::move(historiesOf(document.value(), run), std::back_inserter(content.pictures));
+    return content;
 }
 
 Result<void> ShowCommand::run(Console& console) {
-    const CharacterSet characters = ascii ? CharacterSet::Ascii : CharacterSet::BoxDrawing;
-    const Result<std::vector<TextTable>> tables = readTables(characters);
-    if (!tables) {
-        return tables.error();
+    if (Result<void> ready = plots.prepare(false, console); !ready) {
+        return ready;
     }
+    const CharacterSet characters = ascii ? CharacterSet::Ascii : CharacterSet::BoxDrawing;
+    const Result<Content> content = readContent(characters);
+    if (!content) {
+        return content.error();
+    }
+    const std::vector<TextTable>& tables = content.value().tables;
     bool isFirst = true;
-    for (const TextTable& table : tables.value()) {
+    for (const TextTable& table : tables) {
         if (!isFirst) {
             console.out << '\n';
         }
         isFirst = false;
         printTable(table, console, characters);
     }
-    if (tables.value().empty()) {
+    if (tables.empty()) {
         console.tell(file + ": holds no values");
     }
-    return {};
+    const auto drawn = plots.draw(content.value().pictures, console);
+    return drawn ? Result<void>() : drawn.error();
 }
 
 }  // namespace mero

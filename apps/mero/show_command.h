@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "apps/mero/command.h"
+#include "apps/mero/run_plots.h"
 #include "apps/mero/text_table.h"
 
 namespace mero {
@@ -15,10 +16,16 @@ public:
     Result<void> run(Console& console) override;
 
 private:
-    [[nodiscard]] Result<std::vector<TextTable>> readTables(CharacterSet characters) const;
+    struct Content {
+        std::vector<TextTable> tables;
+        std::vector<ResultPicture> pictures;
+    };
+
+    [[nodiscard]] Result<Content> readContent(CharacterSet characters) const;
 
     std::string file;
     bool ascii = false;
+    RunPlots plots;
 };
 
 }  // namespace mero

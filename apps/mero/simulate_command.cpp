@@ -168,6 +168,9 @@ RunDescription SimulateCommand::describeSimulation(const Prepared& prepared,
 
 Result<void> SimulateCommand::run(Console& console) {
     options.isReplicated = replications != 0;
+    if (Result<void> ready = options.plots.prepare(options.format == ResultFormat::Html, console); !ready) {
+        return ready;
+    }
     RunTiming timing;
     timing.begin("load");
     const Result<Prepared> prepared = prepare(console);
@@ -203,7 +206,8 @@ Result<void> SimulateCommand::runOnce(const Prepared& prepared, RunTiming& timin
     if (Result<void> recorded = recorder.value()->finish(); !recorded) {
         return recorded;
     }
-    printResults(results, options, describeSimulation(prepared, summary), console);
+    const Result<void> printed =
+        printResults(results, options, describeSimulation(prepared, summary), repository, console);
     tellSummary(summary, console);
     if (!options.recordFile.empty()) {
         console.tell("events written to " + options.recordFile);
@@ -211,7 +215,7 @@ Result<void> SimulateCommand::runOnce(const Prepared& prepared, RunTiming& timin
     if (options.timing) {
         timing.tell(control.eventCount(), console);
     }
-    return {};
+    return printed;
 }
 
 std::size_t SimulateCommand::jobCount() const {
@@ -240,7 +244,8 @@ Result<void> SimulateCommand::runReplications(const Prepared& prepared, RunTimin
     RunDescription run = describeSimulation(prepared, summary.totals());
     run.isReplicated = true;
     run.runs = summary.runs();
-    printReplications(summary.tables(), summary.hasAgents(), options, run, console);
+    const Result<void> printed = printReplications(summary.tables(), summary.hasAgents(), options, run,
+                                                   prepared.file->repository(), console);
     summary.tellMessages(console);
     if (summary.runs().size() < replications) {
         console.tell(
@@ -250,7 +255,7 @@ Result<void> SimulateCommand::runReplications(const Prepared& prepared, RunTimin
     if (options.timing) {
         timing.tell(summary.totals().events, console);
     }
-    return {};
+    return printed;
 }
 
 }  // namespace mero

@@ -114,7 +114,6 @@ struct WorkbenchText {
     static constexpr SV::ResId AgentsNotStarted{0x2013086};
     static constexpr SV::ResId NothingMeasured{0x2013087};
     static constexpr SV::ResId RunContext{0x2013088};
-    static constexpr SV::ResId RunAgain{0x2013089};
 };
 
 }  // namespace mero

@@ -21,6 +21,7 @@ constexpr std::string_view KindProcess = "process";
 constexpr std::string_view KindBars = "bars";
 constexpr std::string_view KindCurves = "curves";
 constexpr std::string_view UnitSeconds = "seconds";
+constexpr std::string_view UnitNumber = "number";
 
 /// Words of the kinds of shape, in the order of their numbers.
 constexpr std::array<std::string_view, 11> ShapeWords{"pool",      "lane",         "activity",  "call",
@@ -52,10 +53,18 @@ Json jsonOf(const DiagramEdge& edge) {
             {"points", jsonOf(edge.points)}, {"label", edge.label}, {"default", edge.isDefault}};
 }
 
+std::string_view wordOf(MeasureOverlay::Unit unit) {
+    return unit == MeasureOverlay::Unit::Seconds ? UnitSeconds : UnitNumber;
+}
+
+MeasureOverlay::Unit unitOf(const DocumentNode& node) {
+    return node.text() == UnitSeconds ? MeasureOverlay::Unit::Seconds : MeasureOverlay::Unit::Number;
+}
+
 Json captionOf(const ChartCaption& caption) {
     return {{"title", caption.title},
             {"context", caption.context},
-            {"unit", caption.unit == MeasureOverlay::Unit::Seconds ? UnitSeconds : "number"},
+            {"unit", wordOf(caption.unit)},
             {"daysPerYear", caption.daysPerYear},
             {"hoursPerDay", caption.hoursPerDay}};
 }
@@ -104,7 +113,10 @@ Json contentOf(const CurvePicture& picture) {
     for (const CurvePicture::Curve& curve : picture.curves) {
         curves.push_back({{"name", curve.name}, {"points", jsonOf(curve.points)}});
     }
-    return {{"kind", KindCurves}, {"caption", captionOf(picture.caption)}, {"curves", std::move(curves)}};
+    return {{"kind", KindCurves},
+            {"caption", captionOf(picture.caption)},
+            {"abscissa", wordOf(picture.abscissa)},
+            {"curves", std::move(curves)}};
 }
 
 /// Exactly `Count` numbers.
@@ -164,10 +176,8 @@ DiagramEdge edgeOf(const DocumentNode& node) {
 }
 
 ChartCaption captionOf(const DocumentNode& node) {
-    return {
-        node.at("title").text(), node.at("context").text(),
-        node.at("unit").text() == UnitSeconds ? MeasureOverlay::Unit::Seconds : MeasureOverlay::Unit::Number,
-        node.at("daysPerYear").number(), node.at("hoursPerDay").number()};
+    return {node.at("title").text(), node.at("context").text(), unitOf(node.at("unit")),
+            node.at("daysPerYear").number(), node.at("hoursPerDay").number()};
 }
 
 MeasureOverlay measureOf(const DocumentNode& node) {
@@ -220,7 +230,7 @@ BarPicture barsOf(const DocumentNode& node) {
 }
 
 CurvePicture curvesOf(const DocumentNode& node) {
-    CurvePicture picture{captionOf(node.at("caption")), {}};
+    CurvePicture picture{captionOf(node.at("caption")), {}, unitOf(node.at("abscissa"))};
     for (const DocumentNode& curve : node.listAt("curves")) {
         picture.curves.push_back({curve.at("name").text(), lineOf(curve.at("points"))});
     }

@@ -38,7 +38,7 @@ struct BarPicture {
     std::vector<Item> items;
 };
 
-/// Values over the time of the run, in seconds.
+/// Values over the count of finished processes, or over the time of the run in seconds.
 struct CurvePicture {
     struct Curve {
         std::string name;
@@ -47,6 +47,7 @@ struct CurvePicture {
 
     ChartCaption caption;
     std::vector<Curve> curves;
+    MeasureOverlay::Unit abscissa = MeasureOverlay::Unit::Number;
 };
 
 struct Picture {

@@ -560,7 +560,7 @@ constexpr Message Messages[] = {
     {0x2013086, "Nicht alle Agenten konnten gestartet werden."},
     {0x2013087, "Es wurde nichts gemessen: kein eingeschalteter Agent hat in dieser Analyse Ergebnisse."},
     {0x2013088, "Simulation, %s1, %s2 Vorgänge, Startwert %s3, unskaliert"},
-    {0x2013089, "Die Modelle haben sich seit diesem Lauf geändert."},
+    {0x201308A, "Zeit seit Beginn des Laufs"},
 };
 
 static_assert(std::ranges::adjacent_find(Messages, std::ranges::greater_equal{}, &Message::id) ==

@@ -523,7 +523,7 @@ constexpr Message Messages[] = {
     {0x2013086, "Not all agents could be started."},
     {0x2013087, "Nothing was measured: no active agent has results in this analysis."},
     {0x2013088, "Simulation, %s1, %s2 instances, seed %s3, unscaled"},
-    {0x2013089, "The models have changed since this run."},
+    {0x201308A, "Time since the start of the run"},
 };
 
 static_assert(std::ranges::adjacent_find(Messages, std::ranges::greater_equal{}, &Message::id) ==

@@ -20,9 +20,10 @@ std::vector<Picture> somePictures() {
     process.diagram.edges.push_back({9, 7, 8, {{51.5, 23}, {100, 18}}, "later", true});
     process.measure = {"Counts", "Frequency", MeasureOverlay::Unit::Seconds, "run 1", 250, 8, {{7, 0.1}}};
     const ChartCaption caption{"Frequency", "seed 1", MeasureOverlay::Unit::Number, 365, 24};
-    return {{"order-frequency", process},
-            {"bars", BarPicture{caption, {"F", "A"}, {{"Check", {1.0, std::nan("")}}}}},
-            {"curves", CurvePicture{caption, {{"Check", {{0, 1}, {60, 2.5}}}}}}};
+    return {
+        {"order-frequency", process},
+        {"bars", BarPicture{caption, {"F", "A"}, {{"Check", {1.0, std::nan("")}}}}},
+        {"curves", CurvePicture{caption, {{"Check", {{0, 1}, {60, 2.5}}}}, MeasureOverlay::Unit::Seconds}}};
 }
 
 TEST(PictureDocument, ReadsBackWhatWasWritten) {
