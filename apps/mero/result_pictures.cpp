@@ -75,7 +75,7 @@ ChartCaption captionOf(std::string title, const ResultSetDocument& set, const Ru
 /// Values of a column by object, in order of the rows.
 std::vector<ObjectValue> valuesOf(const ResultTable& table, std::size_t column) {
     std::vector<ObjectValue> values;
-    std::map<MeroId, std::size_t> places;
+    std::map<std::pair<MeroId, std::string>, std::size_t> places;  // read back, all identifiers are 0
     // Labels name the model, which says nothing where there is one only.
     std::set<std::string> models;
     for (const ResultTable::Row& row : table.rows) {
@@ -87,7 +87,7 @@ std::vector<ObjectValue> valuesOf(const ResultTable& table, std::size_t column) 
         if (row.kind != ResultTable::RowKind::Object || !std::isfinite(row.cells[column])) {
             continue;
         }
-        const auto [place, isNew] = places.try_emplace(row.object.id, values.size());
+        const auto [place, isNew] = places.try_emplace({row.object.id, row.label}, values.size());
         if (isNew) {
             values.push_back({row.object.id, isOneModel ? row.object.text : row.label, 0.0});
         }

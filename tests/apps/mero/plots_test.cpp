@@ -55,6 +55,22 @@ TEST_F(PlotsTest, DrawEveryMeasureAsChartAndProcessAndEveryHistoryAsCurves) {
     EXPECT_TRUE(std::filesystem::exists(folder / "shown/Counts-A-history.svg"));
 }
 
+TEST_F(PlotsTest, ReplicationsAreDrawnWithTheirMeansAlsoWhenShownLater) {
+    if (!hasPlotProgram()) {
+        GTEST_SKIP() << "mero-plot isn't built";
+    }
+    const ProgramRun run = runProgram(
+        simulation({"--replications", "3", "--jobs", "1", "--results", "json", "--plots", folder / "means"}));
+    ASSERT_EQ(run.status, 0) << run.err;
+    EXPECT_TRUE(std::filesystem::exists(folder / "means/Counts-F-Order.svg"));
+    writeFile(folder / "replications.json", run.out);
+    const ProgramRun shown = runProgram({"show", folder / "replications.json", "--plots", folder / "shown"});
+    ASSERT_EQ(shown.status, 0) << shown.err;
+    const std::string chart = readFile(folder / "shown/Counts-F-bars.svg");
+    EXPECT_NE(chart.find(">Check<"), std::string::npos);
+    EXPECT_NE(chart.find(">Pack<"), std::string::npos);
+}
+
 TEST_F(PlotsTest, APageHoldsItsPictures) {
     if (!hasPlotProgram()) {
         GTEST_SKIP() << "mero-plot isn't built";
