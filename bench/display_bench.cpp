@@ -157,6 +157,21 @@ void expandTable(benchmark::State& state) {
 }
 BENCHMARK(expandTable)->Unit(benchmark::kMillisecond);
 
+/// A text that no row holds.
+void searchTable(benchmark::State& state) {
+    const Results results;
+    const ResultSets sets = results.values(1, 1000);
+    MeroSuperAgent agent;
+    MeroAgentResultWindows windows(agent);
+    MeroAgentBrowserObjects objects;
+    bool isEmpty = true;
+    windows.fillBrowser(objects, DisplayDetail, isEmpty, pointersTo(sets), 1.0);
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(objects.findText("nowhere", 0));
+    }
+}
+BENCHMARK(searchTable)->Unit(benchmark::kMillisecond);
+
 /// From a history in memory to the first picture of its curve.
 void openGraph(benchmark::State& state) {
     const Results results;

@@ -105,7 +105,7 @@ MeroAgentBrowserObjects::RowHandle MeroAgentBrowserObjects::findOrCreateRow(RowH
 }
 
 void MeroAgentBrowserObjects::appendNumberText(RowHandle row, std::string& text) const {
-    const RowNumber& place = rowNumbers[row];
+    const MeroAgentBrowserRow& place = rowNumbers[row];
     if (place.parent != NoRow) {
         appendNumberText(place.parent, text);
     }

@@ -10,6 +10,16 @@
 #include "component/results/keyed_table.h"
 #include "component/results/result_item.h"
 
+/// Place of a row among its brothers.
+struct MeroAgentBrowserRow {
+    using RowHandle = MeroShrinkExpandBrowserObjects::RowHandle;
+    static constexpr RowHandle NoRow = static_cast<RowHandle>(-1);
+
+    RowHandle parent = NoRow;  ///< `NoRow` for a root row
+    int number = 0;
+    int nextChildNumber = 1;
+};
+
 /// The table of numeric results: one column for each measure, one row for each path of objects; the tree of
 /// rows is the tree of the paths. Rows are numbered 1., 1.1., 1.1.2. with the object's label behind the
 /// number.
@@ -45,13 +55,7 @@ public:
     bool shrinkAll() override;
 
 private:
-    static constexpr RowHandle NoRow = static_cast<RowHandle>(-1);
-    /// Place of a row among its brothers.
-    struct RowNumber {
-        RowHandle parent = NoRow;
-        int number = 0;
-        int nextChildNumber = 1;
-    };
+    static constexpr RowHandle NoRow = MeroAgentBrowserRow::NoRow;
     /// Parent and last object of a path.
     using RowKey = std::uint64_t;
     static RowKey keyOf(RowHandle parent, MeroId id);
@@ -68,7 +72,7 @@ private:
     void adjustAllColumns();
 
     MeroKeyedTable<RowKey, RowHandle> rowIndex;
-    std::vector<RowNumber> rowNumbers;  ///< by handle
+    std::vector<MeroAgentBrowserRow> rowNumbers;  ///< by handle
     MeroKeyedTable<MeroId, SV::String> labels;
     std::vector<MeroId> objectOfRow;  ///< by handle
     std::vector<double> numbers;      ///< by handle and column, not-a-number for none

@@ -22,6 +22,28 @@ constexpr int ColumnPadding = 16;
 
 }  // namespace
 
+const RowOrder& MeroShrinkExpandBrowserObjects::Impl::ordered() const {
+    if (order.size() != rows.size()) {
+        std::vector<RowOrder::Row> all;
+        all.reserve(rows.size());
+        std::vector<RowOrder::Row> open(roots.rbegin(), roots.rend());
+        while (!open.empty()) {
+            const RowOrder::Row row = open.back();
+            open.pop_back();
+            all.push_back(row);
+            open.insert(open.end(), rows[row].children.rbegin(), rows[row].children.rend());
+        }
+        order.assign(all);
+    }
+    return order;
+}
+
+void MeroShrinkExpandBrowserObjects::Impl::enterInOrder(RowOrder::Row parent) {
+    if (order.size() > 0) {
+        order.insertBehind(parent == NoRow ? order.last() : lastDescendant(parent));
+    }
+}
+
 MeroShrinkExpandBrowserObjects::MeroShrinkExpandBrowserObjects() : impl(std::make_unique<Impl>()) {}
 MeroShrinkExpandBrowserObjects::~MeroShrinkExpandBrowserObjects() {
     if (impl->browser != nullptr) {
@@ -53,13 +75,7 @@ bool MeroShrinkExpandBrowserObjects::addRow(MeroId parentRowId, MeroId rowId,
         return false;
     }
     const auto row = static_cast<RowOrder::Row>(impl->rows.size());
-    RowOrder::Row before = RowOrder::AtBegin;
-    if (!isRoot) {
-        before = impl->lastDescendant(parent);
-    } else if (row > 0) {
-        before = impl->order.last();
-    }
-    impl->order.insertBehind(before);
+    impl->enterInOrder(parent);
     impl->rows.push_back({rowId, isRoot ? 0 : impl->rows[parent].depth + 1, parent, {}});
     for (std::size_t column = 0; column < impl->columns.size(); ++column) {
         impl->columns[column].fields.emplace_back();
@@ -111,7 +127,7 @@ bool MeroShrinkExpandBrowserObjects::getRowNum(MeroId rowId, int& rowNumber) con
     if (row == NoRow) {
         return false;
     }
-    rowNumber = static_cast<int>(impl->order.placeOf(row)) + 1;
+    rowNumber = static_cast<int>(impl->ordered().placeOf(row)) + 1;
     return true;
 }
 
@@ -137,7 +153,7 @@ std::vector<SV::String> MeroShrinkExpandBrowserObjects::getDataColumn(int column
     }
     fields.reserve(impl->rows.size());
     for (std::size_t place = 0; place < impl->rows.size(); ++place) {
-        fields.push_back(impl->columnAt(column).fields[impl->order.rowAt(place)]);
+        fields.push_back(impl->columnAt(column).fields[impl->ordered().rowAt(place)]);
     }
     return fields;
 }
@@ -280,9 +296,9 @@ bool MeroShrinkExpandBrowserObjects::isExpandedOf(RowHandle handle) const {
 }
 
 int MeroShrinkExpandBrowserObjects::getRowOf(RowHandle handle) const {
-    return static_cast<int>(impl->order.placeOf(handle));
+    return static_cast<int>(impl->ordered().placeOf(handle));
 }
 
 MeroShrinkExpandBrowserObjects::RowHandle MeroShrinkExpandBrowserObjects::getHandle(int row) const {
-    return impl->order.rowAt(static_cast<std::size_t>(row));
+    return impl->ordered().rowAt(static_cast<std::size_t>(row));
 }

@@ -48,7 +48,6 @@ struct MeroShrinkExpandBrowserObjects::Impl {
     std::vector<mero::BrowserColumn> columns{1};
     std::vector<mero::BrowserRow> rows;  ///< in order of making
     std::vector<mero::RowOrder::Row> roots;
-    mero::RowOrder order;
     /// Rows whose identifier isn't their place in `rows`, counted from 1; the others need no map.
     std::unordered_map<MeroId, mero::RowOrder::Row> otherRows;
     std::vector<SV::String> headers;
@@ -82,7 +81,7 @@ struct MeroShrinkExpandBrowserObjects::Impl {
         return place >= 0 && static_cast<std::size_t>(place) < rows.size();
     }
     [[nodiscard]] mero::RowOrder::Row rowAt(int place) const {
-        return order.rowAt(static_cast<std::size_t>(place));
+        return ordered().rowAt(static_cast<std::size_t>(place));
     }
 
     [[nodiscard]] bool hasColumn(int column) const {
@@ -99,12 +98,21 @@ struct MeroShrinkExpandBrowserObjects::Impl {
     [[nodiscard]] std::vector<mero::RowOrder::Row> allRows() const {
         std::vector<mero::RowOrder::Row> all(rows.size());
         for (std::size_t place = 0; place < all.size(); ++place) {
-            all[place] = order.rowAt(place);
+            all[place] = ordered().rowAt(place);
         }
         return all;
     }
 
+    /// Places of all rows. A table is mostly filled before anybody asks for a place: so the order is made
+    /// then, and from then on kept row by row.
+    [[nodiscard]] const mero::RowOrder& ordered() const;
+    /// Enters the row that comes next into `rows`; `parent` is `NoRow` for a root.
+    void enterInOrder(mero::RowOrder::Row parent);
+
     /// False, and an internal error, without a browser.
     bool expandEveryRow(bool expand);
     void tell(const SV::Change& change) const;
+
+private:
+    mutable mero::RowOrder order;  ///< of all rows, or empty
 };

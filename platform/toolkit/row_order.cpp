@@ -38,6 +38,26 @@ void RowOrder::splitBlock(std::size_t position) {
     firstPlace[position + 1] = firstPlace[position] + static_cast<std::uint32_t>(blocks[lower].size());
 }
 
+void RowOrder::assign(const std::vector<Row>& rows) {
+    *this = {};
+    // Half full, so that rows can go between them.
+    constexpr std::size_t RowsOfBlock = BlockCapacity / 2;
+    blockOfRow.resize(rows.size());
+    for (std::size_t first = 0; first < rows.size(); first += RowsOfBlock) {
+        const std::size_t behind = std::min(first + RowsOfBlock, rows.size());
+        const auto id = static_cast<std::uint32_t>(blocks.size());
+        blocks.emplace_back().reserve(BlockCapacity);
+        blocks.back().assign(rows.begin() + static_cast<std::ptrdiff_t>(first),
+                             rows.begin() + static_cast<std::ptrdiff_t>(behind));
+        blockOrder.push_back(id);
+        positionOfBlock.push_back(id);
+        firstPlace.push_back(static_cast<std::uint32_t>(first));
+        for (const Row row : blocks.back()) {
+            blockOfRow[row] = id;
+        }
+    }
+}
+
 void RowOrder::insertBehind(Row before) {
     const auto row = static_cast<Row>(size());
     if (blocks.empty()) {

@@ -13,6 +13,9 @@ public:
     using Row = std::uint32_t;
     static constexpr Row AtBegin = static_cast<Row>(-1);
 
+    /// Takes all rows at once, in place of those that were here; every number below their count is there
+    /// once.
+    void assign(const std::vector<Row>& rows);
     /// Adds row number `size()` behind `before`.
     void insertBehind(Row before);
     [[nodiscard]] std::size_t placeOf(Row row) const;

@@ -13,22 +13,27 @@ namespace {
 
 class ChartWidget : public QWidget {
 public:
-    explicit ChartWidget(const MeroDiagram& shownDiagram) : diagram(shownDiagram) {}
+    explicit ChartWidget(const MeroDiagram& shownDiagram) : diagram(&shownDiagram) {}
 
     void measure() {
-        setMinimumHeight(BarChart(diagram, font(), palette()).wantedHeight());
+        setMinimumHeight(BarChart(*diagram, font(), palette()).wantedHeight());
         update();
     }
 
+    void forgetDiagram() { diagram = nullptr; }
+
 protected:
     void paintEvent(QPaintEvent*) override {
+        if (diagram == nullptr) {
+            return;
+        }
         QPainter painter(this);
         painter.setRenderHint(QPainter::Antialiasing);
-        BarChart(diagram, font(), palette()).paint(painter, rect());
+        BarChart(*diagram, font(), palette()).paint(painter, rect());
     }
 
 private:
-    const MeroDiagram& diagram;
+    const MeroDiagram* diagram;  ///< null when it has gone and the widget hasn't yet
 };
 
 class DiagramPeer : public ControlPeer {
@@ -44,6 +49,12 @@ public:
         layout->setContentsMargins({});
         layout->addWidget(area.release());
         place->setLayout(layout.release());
+    }
+
+    ~DiagramPeer() override {
+        if (widget != nullptr) {
+            chart->forgetDiagram();
+        }
     }
 
 protected:

@@ -64,13 +64,13 @@ TEST(BrowserObjectsTest, AColumnAddedLaterStandsInTheRowsThatAreThere) {
     EXPECT_EQ(objects.getColumnTitle(1).view(), "F");
 }
 
-TEST(BrowserObjectsTest, KeepsTheOrderOfALargeRandomTree) {
-    constexpr int Rows = 6000;
+/// Adds rows at random places and asks for the place of each from `firstAsked` on.
+void growRandomTree(int rows, MeroId firstAsked) {
     MeroShrinkExpandBrowserObjects objects;
     std::vector<MeroId> expected;
-    std::vector<int> depths(Rows + 1, -1);
+    std::vector<int> depths(static_cast<std::size_t>(rows) + 1, -1);
     std::mt19937 random(7);
-    for (MeroId row = 1; row <= Rows; ++row) {
+    for (MeroId row = 1; row <= rows; ++row) {
         const MeroId parent = row % 5 == 0 || row == 1
                                   ? NoParent
                                   : static_cast<MeroId>(random() % (static_cast<unsigned>(row) - 1)) + 1;
@@ -88,11 +88,21 @@ TEST(BrowserObjectsTest, KeepsTheOrderOfALargeRandomTree) {
         const int number = static_cast<int>(place - expected.begin()) + 1;
         expected.insert(place, row);
         ASSERT_TRUE(objects.addRow(parent, row, {"x"}));
-        int found = 0;
-        ASSERT_TRUE(objects.getRowNum(row, found));
-        ASSERT_EQ(found, number);
+        if (row >= firstAsked) {
+            int found = 0;
+            ASSERT_TRUE(objects.getRowNum(row, found));
+            ASSERT_EQ(found, number);
+        }
     }
     EXPECT_EQ(shownRows(objects), expected);
+}
+
+TEST(BrowserObjectsTest, KeepsTheOrderOfALargeRandomTreeWheneverItIsAskedFor) {
+    constexpr int Rows = 6000;
+    for (const MeroId firstAsked : {1, Rows / 2, Rows + 1}) {
+        SCOPED_TRACE(firstAsked);
+        growRandomTree(Rows, firstAsked);
+    }
 }
 
 }  // namespace
