@@ -38,6 +38,12 @@ const RowOrder& MeroShrinkExpandBrowserObjects::Impl::ordered() const {
     return order;
 }
 
+bool MeroShrinkExpandBrowserObjects::Impl::holdsText(RowOrder::Row row, std::string_view text) const {
+    return std::ranges::any_of(columns, [&](const BrowserColumn& column) {
+        return mero::holdsText(column.fields[row].view(), text);
+    });
+}
+
 void MeroShrinkExpandBrowserObjects::Impl::enterInOrder(RowOrder::Row parent) {
     if (order.size() > 0) {
         order.insertBehind(parent == NoRow ? order.last() : lastDescendant(parent));
@@ -152,8 +158,8 @@ std::vector<SV::String> MeroShrinkExpandBrowserObjects::getDataColumn(int column
         return fields;
     }
     fields.reserve(impl->rows.size());
-    for (std::size_t place = 0; place < impl->rows.size(); ++place) {
-        fields.push_back(impl->columnAt(column).fields[impl->ordered().rowAt(place)]);
+    for (const RowOrder::Row row : impl->allRows()) {
+        fields.push_back(impl->columnAt(column).fields[row]);
     }
     return fields;
 }
@@ -248,15 +254,17 @@ void MeroShrinkExpandBrowserObjects::doLeftClick(int row, int column) {
 }
 
 int MeroShrinkExpandBrowserObjects::findText(const SV::String& text, int from) const {
-    const auto count = static_cast<int>(impl->rows.size());
-    for (int step = 0; step < count; ++step) {
-        const int row = (std::max(from, 0) + step) % count;
-        const RowOrder::Row searched = impl->rowAt(row);
-        if (std::ranges::any_of(impl->columns, [&](const BrowserColumn& column) {
-                return mero::holdsText(column.fields[searched].view(), text.view());
-            })) {
-            return row;
+    const auto count = impl->rows.size();
+    const auto start = static_cast<std::size_t>(std::max(from, 0));
+    for (std::size_t searched = 0; searched < count;) {
+        const std::size_t place = (start + searched) % count;
+        const auto run = impl->ordered().runFrom(place);
+        const auto found =
+            std::ranges::find_if(run, [&](RowOrder::Row row) { return impl->holdsText(row, text.view()); });
+        if (found != run.end()) {
+            return static_cast<int>(place) + static_cast<int>(found - run.begin());
         }
+        searched += run.size();
     }
     return -1;
 }

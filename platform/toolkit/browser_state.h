@@ -1,6 +1,7 @@
 #pragma once
 
 #include <limits>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -96,9 +97,11 @@ struct MeroShrinkExpandBrowserObjects::Impl {
     }
 
     [[nodiscard]] std::vector<mero::RowOrder::Row> allRows() const {
-        std::vector<mero::RowOrder::Row> all(rows.size());
-        for (std::size_t place = 0; place < all.size(); ++place) {
-            all[place] = ordered().rowAt(place);
+        std::vector<mero::RowOrder::Row> all;
+        all.reserve(rows.size());
+        while (all.size() < rows.size()) {
+            const auto run = ordered().runFrom(all.size());
+            all.insert(all.end(), run.begin(), run.end());
         }
         return all;
     }
@@ -109,6 +112,8 @@ struct MeroShrinkExpandBrowserObjects::Impl {
     /// Enters the row that comes next into `rows`; `parent` is `NoRow` for a root.
     void enterInOrder(mero::RowOrder::Row parent);
 
+    /// In any column, upper or lower case of ASCII letters.
+    [[nodiscard]] bool holdsText(mero::RowOrder::Row row, std::string_view text) const;
     /// False, and an internal error, without a browser.
     bool expandEveryRow(bool expand);
     void tell(const SV::Change& change) const;

@@ -96,9 +96,13 @@ std::size_t RowOrder::placeOf(Row row) const {
 }
 
 RowOrder::Row RowOrder::rowAt(std::size_t place) const {
+    return runFrom(place).front();
+}
+
+std::span<const RowOrder::Row> RowOrder::runFrom(std::size_t place) const {
     const auto behind = std::upper_bound(firstPlace.begin(), firstPlace.end(), place);
     const auto position = static_cast<std::size_t>(behind - firstPlace.begin()) - 1;
-    return blocks[blockOrder[position]][place - firstPlace[position]];
+    return std::span(blocks[blockOrder[position]]).subspan(place - firstPlace[position]);
 }
 
 }  // namespace mero

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <vector>
 
 namespace mero {
@@ -20,6 +21,8 @@ public:
     void insertBehind(Row before);
     [[nodiscard]] std::size_t placeOf(Row row) const;
     [[nodiscard]] Row rowAt(std::size_t place) const;
+    /// Some rows from `place`, which has to be there, onward: a walk asks again behind them.
+    [[nodiscard]] std::span<const Row> runFrom(std::size_t place) const;
     [[nodiscard]] Row last() const { return blocks[blockOrder.back()].back(); }
     [[nodiscard]] std::size_t size() const { return blockOfRow.size(); }
 

@@ -14,9 +14,18 @@ char lowered(char each) {
 }  // namespace
 
 bool holdsText(std::string_view text, std::string_view part) {
-    const auto same = [](char left, char right) { return lowered(left) == lowered(right); };
-    return part.empty() ||
-           std::search(text.begin(), text.end(), part.begin(), part.end(), same) != text.end();
+    if (part.empty()) {
+        return true;
+    }
+    const char first = lowered(part.front());
+    for (std::size_t at = 0; at + part.size() <= text.size(); ++at) {
+        if (lowered(text[at]) == first &&
+            std::equal(part.begin(), part.end(), text.begin() + static_cast<std::ptrdiff_t>(at),
+                       [](char left, char right) { return lowered(left) == lowered(right); })) {
+            return true;
+        }
+    }
+    return false;
 }
 
 SV::String utf8Of(char32_t character) {
