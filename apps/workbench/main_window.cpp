@@ -115,7 +115,19 @@ bool MainWindow::addMeasures() {
         return false;
     }
     forgetRun();
-    const Result<MeroId> agent = workspace->addMeasures(shownModel);
+    return agentAdded(workspace->addMeasures(shownModel));
+}
+
+bool MainWindow::addAgent(MeroId agentTemplate) {
+    if (workspace == nullptr || shownModel == MeroNoId) {
+        return false;
+    }
+    forgetRun();
+    const int analysis = static_cast<int>(panel->request().analysis);
+    return agentAdded(workspace->addAgent(shownModel, analysis, agentTemplate));
+}
+
+bool MainWindow::agentAdded(const Result<MeroId>& agent) {
     if (!agent) {
         tell(textOf(agent.error().text));
         return false;

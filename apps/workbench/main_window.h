@@ -14,6 +14,7 @@
 class QComboBox;
 class QDockWidget;
 class QLabel;
+class QMenu;
 class QPlainTextEdit;
 class QStackedWidget;
 
@@ -34,6 +35,8 @@ public:
     /// The shipped example in a new repository in `folder`.
     bool openExample(const QString& folder);
     bool addMeasures();
+    /// Of a template that the library offers for the shown model and the chosen analysis.
+    bool addAgent(MeroId agentTemplate);
     /// Returns when the run is over.
     void simulate();
     void cancel() { isCancelled = true; }
@@ -49,6 +52,8 @@ public:
     [[nodiscard]] RunPanel& runPanel() { return *panel; }
     [[nodiscard]] QComboBox& measureBox() { return *measures; }
     [[nodiscard]] QString messages() const;
+    /// Filled when it is about to be shown.
+    [[nodiscard]] QMenu& templateMenu() { return *templates; }
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -67,6 +72,7 @@ private:
     void remember() const;
     void rememberRepository(const QString& path) const;
     void fillRecent(QMenu& menu);
+    void fillTemplates(QMenu& menu);
 
     void askNew();
     void askOpen();
@@ -83,6 +89,7 @@ private:
     void toggleDark();
     [[nodiscard]] bool importByUser(SV::ResId title, bool withParameters);
 
+    bool agentAdded(const Result<MeroId>& agent);
     void refresh();
     void selectionChanged();
     void openObject(MeroId object);
@@ -114,6 +121,7 @@ private:
     std::vector<QAction*> repositoryActions;  ///< need an open repository and no run
     std::vector<QAction*> fileActions;        ///< need that no run is going on
     std::vector<QDockWidget*> docks;          ///< hidden until a repository is open
+    QMenu* templates = nullptr;
     QAction* agentAction = nullptr;
     QAction* resultsAction = nullptr;
     QAction* simulateAction = nullptr;

@@ -158,6 +158,9 @@ void MainWindow::makeMenus() {
     QMenu& model = *menuBar()->addMenu(label(WorkbenchText::MenuModel));
     addAction(model, WorkbenchText::AddMeasures, QKeySequence("Ctrl+M"), &MainWindow::addMeasuresByMenu,
               &repositoryActions);
+    templates = model.addMenu(label(WorkbenchText::AddAgent));
+    templates->setToolTipsVisible(true);
+    connect(templates, &QMenu::aboutToShow, this, [this] { fillTemplates(*templates); });
     agentAction =
         addAction(model, WorkbenchText::Activate, QKeySequence("Ctrl+Shift+A"), &MainWindow::toggleAgent);
 
@@ -186,6 +189,7 @@ void MainWindow::updateActions() {
     for (QAction* const action : repositoryActions) {
         action->setEnabled(!running && workspace != nullptr && !diagram->getDiagram().shapes.empty());
     }
+    templates->menuAction()->setEnabled(!running && shownModel != MeroNoId);
     const bool isAgent = models->currentItem() != nullptr && models->currentItem()->parent() != nullptr;
     agentAction->setEnabled(!running && isAgent);
     const bool isActive = isAgent && models->currentItem()->toolTip(0) == say(WorkbenchText::AgentActive);
@@ -229,6 +233,21 @@ void MainWindow::fillRecent(QMenu& menu) {
     for (const QString& path : QSettings().value(RecentKey).toStringList()) {
         connect(menu.addAction(path), &QAction::triggered, this,
                 [this, path] { openRepository(path, RepositoryFile::Use::Change); });
+    }
+}
+
+void MainWindow::fillTemplates(QMenu& menu) {
+    menu.clear();
+    if (workspace == nullptr || shownModel == MeroNoId) {
+        return;
+    }
+    const int analysis = static_cast<int>(panel->request().analysis);
+    for (const Workspace::AgentTemplate& offered : workspace->templatesFor(shownModel, analysis)) {
+        QAction* const action = menu.addAction(QString::fromStdString(offered.name));
+        // Rich text is wrapped.
+        action->setToolTip("<p>" + QString::fromStdString(offered.info).toHtmlEscaped() + "</p>");
+        const MeroId id = offered.id;
+        connect(action, &QAction::triggered, this, [this, id] { addAgent(id); });
     }
 }
 

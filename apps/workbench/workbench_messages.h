@@ -38,6 +38,7 @@ struct WorkbenchText {
     static constexpr SV::ResId Cancel{0x2013023};
     static constexpr SV::ResId Results{0x2013024};
     static constexpr SV::ResId SavePicture{0x2013025};
+    static constexpr SV::ResId AddAgent{0x2013026};
 
     // Files
     static constexpr SV::ResId RepositoryFiles{0x2013030};

@@ -8,10 +8,24 @@
 #include "apps/mero/file_import.h"
 #include "apps/workbench/workbench_messages.h"
 #include "component/agents/super_agent.h"
+#include "component/display/agent_type_box.h"
 
 namespace mero {
 
 namespace {
+
+/// The box of the component that offers predefined agents, as a state without a display.
+class TemplateBox {
+public:
+    TemplateBox(MeroId model, int analysis) : box(&owner, SV::ResId{}, analysis) {
+        box.setInfoWindow(&info);
+        box.updateForModel(model);
+    }
+
+    SV::Window owner;
+    SV::Window info;
+    MeroAgentTypeBox box;
+};
 
 constexpr SV::ResId DefaultCalendar{0x20051A6};
 constexpr auto MeasuredObjects = R"(all "Activity" + all "Call")";
@@ -102,6 +116,31 @@ Result<MeroId> Workspace::addMeasures(MeroId model) {
     }
     // The name is a wish: a model may have such an agent already.
     static_cast<void>(made->setName(SV::String(WorkbenchText::MeasuresName)));
+    if (const Result<void> saved = file->save(); !saved) {
+        return saved.error();
+    }
+    return agent;
+}
+
+std::vector<Workspace::AgentTemplate> Workspace::templatesFor(MeroId model, int analysis) const {
+    TemplateBox offer(model, analysis);
+    std::vector<AgentTemplate> templates;
+    for (const MeroId entry : offer.box.GetEntriesInOrder()) {
+        offer.box.SelectEntry(entry);
+        offer.box.showTemplateInfo();
+        templates.push_back({entry, std::string(offer.box.GetEntryText(entry).view()),
+                             std::string(offer.info.GetText().view())});
+    }
+    return templates;
+}
+
+Result<MeroId> Workspace::addAgent(MeroId model, int analysis, MeroId agentTemplate) {
+    TemplateBox offer(model, analysis);
+    MeroId agent = MeroNoId;
+    if (!offer.box.SelectEntry(agentTemplate) ||
+        offer.box.createSuperAgentFromSelection(model, agent) != StatusOk) {
+        return Error{std::string(SV::String(WorkbenchText::AgentNotMade).view())};
+    }
     if (const Result<void> saved = file->save(); !saved) {
         return saved.error();
     }

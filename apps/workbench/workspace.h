@@ -36,6 +36,13 @@ public:
     [[nodiscard]] Repository& repository() { return file->repository(); }
     [[nodiscard]] MeroAgentManagement& management() { return agents; }
 
+    /// A predefined agent of the application library.
+    struct AgentTemplate {
+        MeroId id = MeroNoId;
+        std::string name;
+        std::string info;
+    };
+
     /// All models in the order of their making, each with its agents.
     [[nodiscard]] std::vector<ModelEntry> models();
     [[nodiscard]] std::string nameOf(MeroId id);
@@ -45,6 +52,10 @@ public:
     /// Makes an agent in a process model that measures how often all activities are executed, how long they
     /// take and what they cost; gives its identifier.
     Result<MeroId> addMeasures(MeroId model);
+    /// What the library offers for a model and an analysis, the agent without measures first.
+    [[nodiscard]] std::vector<AgentTemplate> templatesFor(MeroId model, int analysis) const;
+    /// Makes an agent of a template; gives its identifier.
+    Result<MeroId> addAgent(MeroId model, int analysis, MeroId agentTemplate);
     Result<void> setActive(MeroId agent, bool isActive);
 
 private:

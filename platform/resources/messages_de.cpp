@@ -489,6 +489,7 @@ constexpr Message Messages[] = {
     {0x2013023, "~Abbrechen"},
     {0x2013024, "~Ergebnisse zeigen..."},
     {0x2013025, "~Bild speichern..."},
+    {0x2013026, "A~gent hinzufügen"},
     {0x2013030, "Repositorys (*.mero *.json)"},
     {0x2013031, "Prozesse, Ereignisprotokolle und Dokumente (*.bpmn *.bpmn2 *.xml *.xes *.gz *.json)"},
     {0x2013032, "Simulationsparameter (*.json *.xml)"},

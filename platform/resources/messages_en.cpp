@@ -455,6 +455,7 @@ constexpr Message Messages[] = {
     {0x2013023, "~Cancel"},
     {0x2013024, "Sh~ow results..."},
     {0x2013025, "Save ~picture..."},
+    {0x2013026, "Add a~gent"},
     {0x2013030, "Repositories (*.mero *.json)"},
     {0x2013031, "Processes, logs and documents (*.bpmn *.bpmn2 *.xml *.xes *.gz *.json)"},
     {0x2013032, "Simulation parameters (*.json *.xml)"},

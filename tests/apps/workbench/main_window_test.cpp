@@ -168,6 +168,49 @@ TEST_F(MainWindowTest, WorkLoadRunsTakeStartAndEnvironment) {
     EXPECT_EQ(window->measureBox().count(), 4);
 }
 
+TEST_F(MainWindowTest, OffersThePredefinedAgentsOfTheLibraryForModelAndAnalysis) {
+    openPurchasing();
+    const auto offered = [&] {
+        emit window->templateMenu().aboutToShow();
+        std::vector<QString> names;
+        for (const QAction* const action : window->templateMenu().actions()) {
+            EXPECT_FALSE(action->toolTip().isEmpty()) << action->text().toStdString();
+            names.push_back(action->text());
+        }
+        return names;
+    };
+    const std::vector<QString> forPath = offered();
+    ASSERT_GT(forPath.size(), 3U);
+    QAction* frequency = nullptr;
+    for (QAction* const action : window->templateMenu().actions()) {
+        frequency = action->text() == "How often activities run" ? action : frequency;
+    }
+    ASSERT_NE(frequency, nullptr);
+    frequency->trigger();
+    EXPECT_EQ(window->modelList().topLevelItem(0)->childCount(), 2);
+    window->runPanel().endBox().setValue(20);
+    window->simulate();
+    EXPECT_EQ(window->measureBox().count(), 6) << "three measures of the first agent, two of the new one";
+    window->runPanel().analysisBox().setCurrentIndex(3);
+    EXPECT_NE(offered(), forPath);
+}
+
+TEST_F(MainWindowTest, ResultsAreChosenInTheirDialog) {
+    openPurchasing();
+    window->runPanel().endBox().setValue(20);
+    window->simulate();
+    QString title;
+    QTimer::singleShot(100, [&] {
+        QWidget* const dialog = QApplication::activeModalWidget();
+        ASSERT_NE(dialog, nullptr);
+        title = dialog->windowTitle();
+        dialog->close();
+    });
+    QTest::mouseClick(&window->runPanel().resultsButton(), Qt::LeftButton);
+    EXPECT_FALSE(title.isEmpty());
+    EXPECT_TRUE(window->runPanel().resultsButton().isEnabled()) << "to be opened again";
+}
+
 TEST_F(MainWindowTest, TheExampleIsReadyToSimulateAndAgentsCanBeSwitchedOff) {
     ASSERT_TRUE(window->openExample(folder.path()));
     ASSERT_TRUE(window->openExample(folder.path())) << "again, as it was";
