@@ -32,7 +32,7 @@ public:
     int showResult(SV::Window* parent, const std::vector<MeroAgentResultSet*>& resultSets,
                    const SV::String& title, MeroDisplayKind kind, double scale,
                    const MeroResultOptions& newOptions);
-    /// Also those in which work runs.
+    /// No work of a window may be running.
     void closeAllWindows();
     /// A window calls it as it closes, and gets itself; null for a window that isn't here.
     std::unique_ptr<MeroAgentBrowserWindow> forgetBrowserWindow(const MeroAgentBrowserWindow& window);
