@@ -5,9 +5,10 @@
 #include <bit>
 #include <charconv>
 #include <cmath>
+#include <cstddef>
 #include <cstring>
 #include <limits>
-#include <new>
+#include <memory>
 #include <stdexcept>
 
 #include "platform/resources/messages.h"
@@ -56,14 +57,17 @@ String::Rep* String::makeRep(std::size_t length, std::uint32_t message) {
     if (length >= std::numeric_limits<std::uint32_t>::max()) {
         throw std::length_error("text of more than 4 GB");
     }
-    Rep* made = ::new (::operator new(sizeof(Rep) + roomFor(length)))
-        Rep{1, static_cast<std::uint32_t>(length), message, 0, 0};
+    std::byte* const memory = std::allocator<std::byte>().allocate(sizeof(Rep) + roomFor(length));
+    Rep* const made = std::construct_at(reinterpret_cast<Rep*>(memory),
+                                        Rep{1, static_cast<std::uint32_t>(length), message, 0, 0});
     made->text()[length] = '\0';
     return made;
 }
 
 void String::freeRep(Rep* rep) noexcept {
-    ::operator delete(rep);
+    const std::size_t size = sizeof(Rep) + roomFor(rep->length);
+    std::destroy_at(rep);
+    std::allocator<std::byte>().deallocate(reinterpret_cast<std::byte*>(rep), size);
 }
 
 String::String(const char* text) : String(viewOf(text)) {}
