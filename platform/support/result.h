@@ -19,7 +19,7 @@ class [[nodiscard]] Result {
 public:
     // NOLINTNEXTLINE(google-explicit-constructor): `return value;` is what results are for
     Result(T value) : content(std::in_place_index<0>, std::move(value)) {}
-    // NOLINTNEXTLINE(google-explicit-constructor)
+    // NOLINTNEXTLINE(google-explicit-constructor, performance-unnecessary-value-param): it is moved from
     Result(Error error) : content(std::in_place_index<1>, std::move(error)) {}
 
     [[nodiscard]] bool isGood() const { return content.index() == 0; }
@@ -39,7 +39,7 @@ template <>
 class [[nodiscard]] Result<void> {
 public:
     Result() = default;
-    // NOLINTNEXTLINE(google-explicit-constructor)
+    // NOLINTNEXTLINE(google-explicit-constructor, performance-unnecessary-value-param): it is moved from
     Result(Error error) : failure(std::move(error)) {}
 
     [[nodiscard]] bool isGood() const { return !failure.has_value(); }
