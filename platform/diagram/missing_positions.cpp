@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "platform/diagram/layered_layout.h"
-#include "platform/diagram/line_clipping.h"
+#include "platform/diagram/line_ends.h"
 
 namespace mero {
 
@@ -48,7 +48,7 @@ public:
             if (edge.points.empty()) {
                 edge.points = {from.bounds.centre(), to.bounds.centre()};
             }
-            clipAtEnds(edge.points, from, to);
+            endAtBorders(edge.points, from, to);
         }
     }
 
