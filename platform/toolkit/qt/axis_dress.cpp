@@ -32,14 +32,18 @@ double stepOf(const QCPRange& data) {
 
 }  // namespace
 
-double LabelTicker::getTickStep(const QCPRange& range) {
+std::optional<double> roundTimeStep(double seconds) {
     static constexpr std::array RoundTimes{1.0,     2.0,     5.0,     10.0,    15.0,     30.0,    60.0,
                                            120.0,   300.0,   600.0,   900.0,   1800.0,   3600.0,  7200.0,
                                            10800.0, 21600.0, 43200.0, 86400.0, 172800.0, 604800.0};
-    const double wanted = range.size() / (tickCount() + 1e-10);
-    const auto* const step = std::ranges::lower_bound(RoundTimes, wanted);
+    const auto* const step = std::ranges::lower_bound(RoundTimes, seconds);
+    return step != RoundTimes.end() ? std::optional(*step) : std::nullopt;
+}
+
+double LabelTicker::getTickStep(const QCPRange& range) {
     const bool isTime = MeroCoreTime::isTime(labelOf(range.upper));
-    lastStep = isTime && step != RoundTimes.end() ? *step : QCPAxisTicker::getTickStep(range);
+    const auto timeStep = isTime ? roundTimeStep(range.size() / (tickCount() + 1e-10)) : std::nullopt;
+    lastStep = timeStep ? *timeStep : QCPAxisTicker::getTickStep(range);
     return lastStep;
 }
 

@@ -3,6 +3,7 @@
 #include <QFont>
 #include <QPalette>
 #include <functional>
+#include <optional>
 #include <qcustomplot.h>
 
 #include "component/host/sv_string.h"
@@ -23,6 +24,10 @@ private:
     std::function<SV::String(double)> labelOf;
     double lastStep = 1.0;
 };
+
+/// A step of seconds, minutes, hours or days at which people read times, at least so many seconds; nothing if
+/// that is more than a week.
+[[nodiscard]] std::optional<double> roundTimeStep(double seconds);
 
 /// The range that an axis shows for data: from 0 if that isn't far, and growing in steps, so that a curve
 /// that grows doesn't make it jump at each point.

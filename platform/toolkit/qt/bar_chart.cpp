@@ -4,6 +4,9 @@
 #include <cmath>
 #include <numeric>
 
+#include "component/host/core_time.h"
+
+#include "platform/toolkit/qt/axis_dress.h"
 #include "platform/toolkit/qt/field_dress.h"
 #include "platform/toolkit/qt/palette.h"
 #include "platform/toolkit/qt/text_conversion.h"
@@ -18,9 +21,12 @@ constexpr int Margin = 12;
 constexpr int LegendItemWidth = 180;
 constexpr int WidestName = 220;
 
-/// A round number of which at most six fit below `largest`.
-double roundStep(double largest) {
+/// A round number, or time, of which at most six fit below `largest`.
+double roundStep(double largest, bool isTime) {
     const double rough = largest / 5;
+    if (const auto step = isTime ? roundTimeStep(rough) : std::nullopt) {
+        return *step;
+    }
     const double magnitude = std::pow(10.0, std::floor(std::log10(rough)));
     for (const double factor : {1.0, 2.0, 5.0}) {
         if (factor * magnitude >= rough) {
@@ -91,7 +97,7 @@ void BarChart::paintLegend(QPainter& painter, const QRect& room) const {
 void BarChart::paintGrid(QPainter& painter, const QRect& room, double largest) const {
     QColor faint = palette.color(QPalette::WindowText);
     faint.setAlphaF(0.15F);
-    const double step = roundStep(largest);
+    const double step = roundStep(largest, MeroCoreTime::isTime(diagram.GetValueText(largest)));
     int lastLabelEnd = room.left() - 40;
     for (int each = 0; each * step <= largest * (1 + 1e-9); ++each) {
         const int x = room.left() + static_cast<int>(each * step / largest * room.width());
