@@ -44,13 +44,8 @@ std::string factsOf(const RunDescription& run) {
     facts.add("Seed", run.isSimulation ? std::to_string(run.seed) : std::string());
     facts.add("Fingerprint", fmt::format("{:016x}", run.fingerprint));
     facts.add("Rows", run.total ? "one for every object" : "one for every path to an object");
-    facts.add("Grouped",
-              run.groupClass.empty() ? std::string() : run.groupClass + " over " + run.groupRelation);
-    if (run.scaledStarts) {
-        facts.add("Scaled",
-                  fmt::format("{} process starts in {}, over {}", *run.scaledStarts,
-                              run.scalePeriod.empty() ? "the run" : run.scalePeriod, run.scaleScope));
-    }
+    facts.add("Grouped", groupingText(run));
+    facts.add("Scaled", scalingText(run));
     return facts.text();
 }
 

@@ -115,8 +115,11 @@ std::string statisticTitle(ResultStatistic statistic, double confidence) {
 
 std::string contextLine(const ResultTable& table, const RunDescription& run) {
     std::string line = fmt::format("analysis: {}   scale: {}", run.analysis, table.scale);
+    if (run.scaledStarts) {
+        line += " (" + scalingText(run) + ")";
+    }
     if (table.isGrouped) {
-        line += fmt::format("   grouped: {} over {}", run.groupClass, run.groupRelation);
+        line += "   grouped: " + groupingText(run);
     }
     return line;
 }

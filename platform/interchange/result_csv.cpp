@@ -31,7 +31,8 @@ public:
         : table(shown), run(description), text(target) {
         begin = csvCell(run.title) + ',' + csvCell(table.model) + ',' + csvCell(table.agent.text) + ',';
         end = ',' + csvCell(run.analysis) + ',' + (run.isSimulation ? std::to_string(run.seed) : "") +
-              fmt::format(",{:016x}", run.fingerprint);
+              fmt::format(",{:016x}", run.fingerprint) + ',' + csvCell(scalingText(run)) + ',' +
+              (table.isGrouped ? csvCell(groupingText(run)) : "");
         end += LineEnd;
     }
 
@@ -74,7 +75,7 @@ private:
 std::string writeResultCsv(const std::vector<ResultTable>& tables, const RunDescription& run) {
     std::string text = "run,model,agent,measure,object_model,object,path,";
     text += run.isReplicated ? "replications,mean,standard_deviation,lower,upper" : "value";
-    text += ",unit,scale,row,analysis,seed,fingerprint";
+    text += ",unit,scale,row,analysis,seed,fingerprint,scaling,grouping";
     text += LineEnd;
     for (const ResultTable& table : tables) {
         TableLines(table, run, text).write();

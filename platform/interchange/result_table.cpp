@@ -27,4 +27,16 @@ std::string_view wordOf(ResultTable::RowKind kind) {
     return "maximum";
 }
 
+std::string scalingText(const RunDescription& run) {
+    if (!run.scaledStarts) {
+        return {};
+    }
+    const std::string period = run.scalePeriod.empty() ? "the run" : run.scalePeriod;
+    return std::to_string(*run.scaledStarts) + " starts in " + period + ", over " + run.scaleScope;
+}
+
+std::string groupingText(const RunDescription& run) {
+    return run.groupClass.empty() ? std::string() : run.groupClass + " over " + run.groupRelation;
+}
+
 }  // namespace mero

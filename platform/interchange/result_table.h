@@ -101,12 +101,17 @@ struct RunDescription {
     std::string scaleScope;
 };
 
+/// "10 starts in 00:001:00:00:00, over 00:007:00:00:00"; empty for unscaled results.
+[[nodiscard]] std::string scalingText(const RunDescription& run);
+/// "Role over Has role"; empty without grouping.
+[[nodiscard]] std::string groupingText(const RunDescription& run);
+
 /// CSV text (RFC 4180, decimal points, full precision): a header line, then one line for each value with the
 /// columns run, model, agent, measure, object_model, object, path, value, unit, scale, row, analysis, seed,
-/// fingerprint. The names of a path are joined by " / "; `unit` is "s" for times; `scale` is what the value
-/// was multiplied by; `row` is object, sum, minimum or maximum. For replications the columns replications,
-/// mean, standard_deviation, lower and upper stand in place of value; those of the scatter are empty for a
-/// value that only one replication has.
+/// fingerprint, scaling, grouping. The names of a path are joined by " / "; `unit` is "s" for times; `scale`
+/// is what the value was multiplied by; `row` is object, sum, minimum or maximum. For replications the
+/// columns replications, mean, standard_deviation, lower and upper stand in place of value; those of the
+/// scatter are empty for a value that only one replication has.
 std::string writeResultCsv(const std::vector<ResultTable>& tables, const RunDescription& run);
 
 /// The sorted result document as JSON text with two keys more: `run` describes the run, `tables` holds the

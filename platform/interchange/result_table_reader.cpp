@@ -37,6 +37,11 @@ RunDescription readRun(const DocumentNode& node) {
         run.groupClass = group->at("class").text();
         run.groupRelation = group->at("relation").text();
     }
+    if (const auto scaled = node.find("scaled")) {
+        run.scaledStarts = scaled->at("starts").integer();
+        run.scalePeriod = scaled->at("period").text();
+        run.scaleScope = scaled->at("scope").text();
+    }
     run.isReplicated = true;
     return run;
 }

@@ -102,14 +102,17 @@ TEST_F(ReplicationsTest, StatisticsAreThoseOfRunsWithTheSeedsTold) {
 
 TEST_F(ReplicationsTest, TheDocumentIsShownAsTheTablesOfItsRun) {
     const std::string file = folder / "r.json";
-    const std::vector<std::string> shared{"--replications", "3", "--sum", "--ascii"};
+    const std::vector<std::string> shared{
+        "--replications",  "3",       "--sum",          "--ascii", "--scaled", "2", "--period",
+        "00:001:00:00:00", "--scope", "00:007:00:00:00"};
     std::vector<std::string> json = shared;
     json.insert(json.end(), {"--results", "json"});
     writeFile(file, simulate(json).out);
     std::string expected = simulate(shared).out;
     const ProgramRun shown = runProgram({"show", file, "--ascii"});
     EXPECT_EQ(shown.status, 0) << shown.err;
-    const std::string context = "scale: 1\n";
+    const std::string context = "scale: 14 (2 starts in 00:001:00:00:00, over 00:007:00:00:00)\n";
+    ASSERT_NE(expected.find(context), std::string::npos) << expected;
     for (std::size_t place = expected.find(context); place != std::string::npos;
          place = expected.find(context, place + 1)) {
         expected.insert(place + context.size(), "file: " + file + "\n");

@@ -30,15 +30,18 @@ RunDescription smallRun() {
     run.models = {"Order"};
     run.seed = 7;
     run.fingerprint = 0xabc;
+    run.scaledStarts = 10;
+    run.scaleScope = "00:007:00:00:00";
+    run.groupClass = "Role";  // of a run; the table says whether it is grouped
     return run;
 }
 
 TEST(ResultTable, CsvLinesCarryTheirContextAndQuoteWhatWouldBreakThem) {
     const std::string begin = "\"run, 1\",\"Ord\"\"er\",\"Cou,nts\",";
-    const std::string end = ",path,7,0000000000000abc\r\n";
+    const std::string end = ",path,7,0000000000000abc,\"10 starts in the run, over 00:007:00:00:00\",\r\n";
     EXPECT_EQ(writeResultCsv({smallTable()}, smallRun()),
               "run,model,agent,measure,object_model,object,path,value,unit,scale,row,analysis,seed,"
-              "fingerprint\r\n" +
+              "fingerprint,scaling,grouping\r\n" +
                   begin + "T,,Order,Order,1e-07,s,2.5,object" + end +  //
                   begin + "T,Order,Ship,Order / Ship,0,s,2.5,object" + end + begin +
                   "\"F\nx\",Sub,Pack,Order / Ship / Pack,0.1,,1,object" + end + begin +
