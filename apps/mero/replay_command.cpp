@@ -143,7 +143,7 @@ Result<void> ReplayCommand::run(Console& console) {
     RunDescription described = describeRun(options, plan.value(), repository);
     described.title = "replay of " + std::filesystem::path(eventsFile).filename().string();
     described.fingerprint = control.fingerprint();
-    const Result<void> printed = printResults(results, options, described, repository, console);
+    Result<void> printed = printResults(results, options, described, repository, console);
     if (options.timing) {
         timing.tell(control.eventCount(), console);
     }

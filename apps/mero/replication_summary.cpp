@@ -47,7 +47,7 @@ void ReplicationSummary::fold(ReplicationOutcome& outcome) {
         auto known = std::find_if(messages.begin(), messages.end(),
                                   [&](const auto& entry) { return entry.first == message; });
         if (known == messages.end()) {
-            known = messages.insert(messages.end(), {std::move(message), {}});
+            known = messages.emplace(messages.end(), std::move(message), std::vector<std::uint64_t>());
         }
         if (known->second.empty() || known->second.back() != record.replication) {
             known->second.push_back(record.replication);

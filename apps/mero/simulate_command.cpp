@@ -206,7 +206,7 @@ Result<void> SimulateCommand::runOnce(const Prepared& prepared, RunTiming& timin
     if (Result<void> recorded = recorder.value()->finish(); !recorded) {
         return recorded;
     }
-    const Result<void> printed =
+    Result<void> printed =
         printResults(results, options, describeSimulation(prepared, summary), repository, console);
     tellSummary(summary, console);
     if (!options.recordFile.empty()) {
@@ -244,8 +244,8 @@ Result<void> SimulateCommand::runReplications(const Prepared& prepared, RunTimin
     RunDescription run = describeSimulation(prepared, summary.totals());
     run.isReplicated = true;
     run.runs = summary.runs();
-    const Result<void> printed = printReplications(summary.tables(), summary.hasAgents(), options, run,
-                                                   prepared.file->repository(), console);
+    Result<void> printed = printReplications(summary.tables(), summary.hasAgents(), options, run,
+                                             prepared.file->repository(), console);
     summary.tellMessages(console);
     if (summary.runs().size() < replications) {
         console.tell(
