@@ -1,39 +1,14 @@
 #pragma once
 
-#include <gtest/gtest.h>
-#include <initializer_list>
-#include <string>
-#include <utility>
-
-#include "platform/repository/repository.h"
+#include "tests/platform/engine/model_builder.h"
 
 namespace mero {
 
-/// Makes a process model in a repository with few words; every mistake fails the test.
-class ProcessBuilder {
+/// Makes a process model.
+class ProcessBuilder : public ModelBuilder {
 public:
-    using Attributes = std::initializer_list<std::pair<std::string_view, AttributeValue>>;
-
-    ProcessBuilder(Repository& filledRepository, std::string_view name) : repository(filledRepository) {
-        const auto model = repository.addModel(SV::String(name), 0, ModelAccess::Write, true);
-        EXPECT_TRUE(model.isGood());
-        modelId = model.value();
-    }
-
-    [[nodiscard]] MeroId id() const { return modelId; }
-
-    MeroId add(std::string_view className, std::string_view name, Attributes attributes = {}) {
-        const Library& library = repository.library();
-        const MeroId classId = library.findClass(ClassCodeProcessLibrary, className)->id;
-        const auto object = repository.addObject(modelId, classId, SV::String(name));
-        EXPECT_TRUE(object.isGood()) << name;
-        for (const auto& [attribute, value] : attributes) {
-            const auto set =
-                repository.setValue(object.value(), library.findAttribute(classId, attribute)->id, value);
-            EXPECT_TRUE(set.isGood()) << set.error().text;
-        }
-        return object.value();
-    }
+    ProcessBuilder(Repository& filledRepository, std::string_view name)
+        : ModelBuilder(filledRepository, name, 0, ClassCodeProcessLibrary) {}
 
     /// Without a probability the flow has none.
     void flow(MeroId from, MeroId to, double probability = 0.0, bool isDefault = false) {
@@ -51,12 +26,6 @@ public:
     void message(MeroId from, MeroId to) { relate("Message flow", from, to); }
 
 private:
-    MeroId relate(std::string_view relationClass, MeroId from, MeroId to) {
-        const auto* found = repository.library().findRelationClass(ClassCodeProcessLibrary, relationClass);
-        const auto relation = repository.addRelation(found->id, from, to);
-        EXPECT_TRUE(relation.isGood());
-        return relation.value();
-    }
     void setOnFlow(MeroId relation, std::string_view attribute, const AttributeValue& value) {
         const Library& library = repository.library();
         const MeroId classId = library.findRelationClass(ClassCodeProcessLibrary, "Sequence flow")->id;
@@ -64,9 +33,6 @@ private:
             relation, library.findRelationAttribute(classId, attribute)->id, value);
         EXPECT_TRUE(set.isGood()) << set.error().text;
     }
-
-    Repository& repository;
-    MeroId modelId = MeroNoId;
 };
 
 }  // namespace mero

@@ -1,45 +1,14 @@
 #pragma once
 
-#include <gtest/gtest.h>
-#include <initializer_list>
-#include <string>
-#include <utility>
-
-#include "platform/repository/repository.h"
+#include "tests/platform/engine/model_builder.h"
 
 namespace mero {
 
-/// Makes a working environment in a repository with few words; every mistake fails the test.
-class StaffBuilder {
+/// Makes a working environment.
+class StaffBuilder : public ModelBuilder {
 public:
-    using Attributes = std::initializer_list<std::pair<std::string_view, AttributeValue>>;
-
-    StaffBuilder(Repository& filledRepository, std::string_view name) : repository(filledRepository) {
-        const auto model = repository.addModel(SV::String(name), 1, ModelAccess::Write, true);
-        EXPECT_TRUE(model.isGood());
-        modelId = model.value();
-    }
-
-    [[nodiscard]] MeroId id() const { return modelId; }
-
-    MeroId add(std::string_view className, std::string_view name, Attributes attributes = {}) {
-        const Library& library = repository.library();
-        const MeroId classId = library.findClass(ClassCodeEnvironmentLibrary, className)->id;
-        const auto object = repository.addObject(modelId, classId, SV::String(name));
-        EXPECT_TRUE(object.isGood()) << name;
-        for (const auto& [attribute, value] : attributes) {
-            const auto set =
-                repository.setValue(object.value(), library.findAttribute(classId, attribute)->id, value);
-            EXPECT_TRUE(set.isGood()) << set.error().text;
-        }
-        return object.value();
-    }
-
-    void relate(std::string_view relationClass, MeroId from, MeroId to) {
-        const auto* found =
-            repository.library().findRelationClass(ClassCodeEnvironmentLibrary, relationClass);
-        EXPECT_TRUE(repository.addRelation(found->id, from, to).isGood());
-    }
+    StaffBuilder(Repository& filledRepository, std::string_view name)
+        : ModelBuilder(filledRepository, name, 1, ClassCodeEnvironmentLibrary) {}
 
     /// So many workers "Name 1", "Name 2" … who have the role.
     void addWorkers(MeroId role, std::string_view name, int count, Attributes attributes = {}) {
@@ -48,10 +17,6 @@ public:
                    role);
         }
     }
-
-private:
-    Repository& repository;
-    MeroId modelId = MeroNoId;
 };
 
 }  // namespace mero
