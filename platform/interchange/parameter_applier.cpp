@@ -1,10 +1,14 @@
 #include "platform/interchange/parameter_applier.h"
 
 #include <algorithm>
+#include <cmath>
 #include <fmt/format.h>
 #include <map>
+#include <optional>
 #include <unordered_map>
 
+#include "platform/engine/distribution.h"
+#include "platform/engine/random.h"
 #include "platform/interchange/name_rules.h"
 #include "platform/interchange/object_writer.h"
 #include "platform/interchange/run_parameters.h"
@@ -112,6 +116,7 @@ private:
         }
         const MeroId object = found->second;
         setFor(node, object, "Duration", SV::String(durationOf(node)), !durationOf(node).empty());
+        setExecutionTime(object, durationOf(node));
         if (!sharesDuration(node)) {
             for (const CrewDuration& duration : node.crewDurations) {
                 staff.addDuration(duration, nameOf(object));
@@ -130,6 +135,30 @@ private:
                node.waitingSeconds.has_value());
         setFor(node, object, "Transport time", timeTextOf(node.transportSeconds.value_or(0.0)),
                node.transportSeconds.has_value());
+    }
+
+    /// Strain, costs and sums know times that don't vary: they take the mean of the duration.
+    void setExecutionTime(MeroId object, const std::string& duration) {
+        if (duration.empty() || !writer.hasAttribute(object, "Execution time")) {
+            return;
+        }
+        if (const Result<Distribution> distribution = Distribution::parse(duration)) {
+            writer.set(object, "Execution time", timeTextOf(std::round(meanOf(distribution.value()))));
+        }
+    }
+
+    /// In seconds; estimated by draws of its own, always the same, where limits cut the distribution.
+    static double meanOf(const Distribution& distribution) {
+        constexpr int Draws = 20'000;
+        if (const std::optional<double> mean = distribution.mean()) {
+            return std::max(*mean, 0.0);
+        }
+        RandomStream random(0, "mean of a duration");
+        double sum = 0.0;
+        for (int draw = 0; draw < Draws; ++draw) {
+            sum += std::max(distribution.sample(random), 0.0);
+        }
+        return sum / Draws;
     }
 
     void setFor(const NodeParameters& node, MeroId object, std::string_view attribute,

@@ -97,6 +97,8 @@ TEST_F(ProsimosParameters, ReachTheElementsThatTheyName) {
     EXPECT_EQ(text(check, "Duration"), "mixture(fixed(60); normal(30,1) in [0,inf])");
     EXPECT_EQ(text(check, "Performer"), R"(role "Check \"it\"")") << "clerks and bosses: a role of its own";
     EXPECT_EQ(text(object("Loan", "Pay"), "Duration"), "fixed(5)");
+    EXPECT_EQ(text(check, "Execution time"), "00:000:00:00:45") << "of clerks and bosses, half and half";
+    EXPECT_EQ(text(object("Loan", "Pay"), "Execution time"), "00:000:00:00:05");
     EXPECT_EQ(text(object("Loan", "Pay"), "Performer"), "role \"Boss\"");
     EXPECT_EQ(text(object("Loan", "Intermediate event 1"), "Duration"), "fixed(7)");
     const Object& start = object("Loan", "Start event 1");
