@@ -8,6 +8,7 @@
 
 #include "apps/mero/shown_values.h"
 #include "component/agents/agent_types.h"
+#include "platform/diagram/flow_counts.h"
 
 namespace mero {
 
@@ -102,9 +103,9 @@ public:
         : run(runDescription), repository(models) {}
 
     void add(const ResultTable& table, std::size_t number) {
+        takeExecutions(table);
         for (std::size_t column = 0; column < table.columns.size(); ++column) {
-            const ResultStatistic statistic = table.columns[column].statistic;
-            if (statistic == ResultStatistic::Value || statistic == ResultStatistic::Mean) {
+            if (isShown(table.columns[column])) {
                 addColumn(table, column, number);
             }
         }
@@ -113,6 +114,24 @@ public:
     std::vector<ResultPicture> take() { return std::move(pictures); }
 
 private:
+    static bool isShown(const ResultTable::Column& column) {
+        return column.statistic == ResultStatistic::Value || column.statistic == ResultStatistic::Mean;
+    }
+
+    /// The first measure of frequency tells how often flows were taken, whatever colours the shapes.
+    void takeExecutions(const ResultTable& table) {
+        const auto column = std::ranges::find_if(table.columns, [](const ResultTable::Column& each) {
+            return each.type == "FREQUENCY" && isShown(each);
+        });
+        executions.clear();
+        if (column != table.columns.end()) {
+            for (const ObjectValue& value :
+                 valuesOf(table, static_cast<std::size_t>(column - table.columns.begin()))) {
+                executions[value.object] = value.value;
+            }
+        }
+    }
+
     void addColumn(const ResultTable& table, std::size_t column, std::size_t number) {
         const std::vector<ObjectValue> values = valuesOf(table, column);
         if (values.empty()) {
@@ -152,6 +171,7 @@ private:
         if (overlay.isEmpty()) {
             return;
         }
+        countFlows(process.diagram, executions);
         const std::string title =
             fmt::format("{}: {} ({})", overlay.agent, overlay.measure, process.diagram.name);
         const std::string file = names.take(name + "-" + process.diagram.name);
@@ -161,6 +181,7 @@ private:
 
     const RunDescription& run;
     const Repository& repository;
+    std::map<MeroId, double> executions;
     PictureNames names;
     std::vector<ResultPicture> pictures;
 };

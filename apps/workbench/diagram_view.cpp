@@ -12,6 +12,7 @@
 #include "apps/mero-plot/picture_files.h"
 #include "apps/workbench/texts.h"
 #include "apps/workbench/workbench_messages.h"
+#include "platform/diagram/flow_counts.h"
 #include "platform/toolkit/qt/measure_legend.h"
 #include "platform/toolkit/qt/process_diagram_painter.h"
 
@@ -43,6 +44,11 @@ void DiagramView::setDiagram(ProcessDiagram newDiagram) {
 void DiagramView::setOverlay(std::optional<MeasureOverlay> newOverlay) {
     overlay = std::move(newOverlay);
     updateScrollBars();
+}
+
+void DiagramView::setExecutions(const std::map<MeroId, double>& executions) {
+    countFlows(diagram, executions);
+    viewport()->update();
 }
 
 QRectF DiagramView::room() const {

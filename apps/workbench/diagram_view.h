@@ -20,6 +20,8 @@ public:
     /// The drawing is shown as a whole if that can be read, else from its beginning.
     void setDiagram(ProcessDiagram newDiagram);
     void setOverlay(std::optional<MeasureOverlay> newOverlay);
+    /// How often objects were executed, which makes flows thick; none makes them thin.
+    void setExecutions(const std::map<MeroId, double>& executions);
     [[nodiscard]] const ProcessDiagram& getDiagram() const { return diagram; }
     [[nodiscard]] const std::optional<MeasureOverlay>& getOverlay() const { return overlay; }
 

@@ -181,6 +181,7 @@ void MainWindow::showModel(MeroId model) {
         models->select(model);
     }
     diagram->setDiagram(drawProcess(workspace->repository(), model));
+    showFlows();
     const Model* const found = workspace->repository().findModel(model);
     hint->setText(found == nullptr                       ? say(WorkbenchText::NoModels)
                   : diagram->getDiagram().shapes.empty() ? say(WorkbenchText::NothingToDraw)
@@ -301,6 +302,18 @@ void MainWindow::takeMeasures(const RunSummary& summary, const RunRequest& reque
     }
     hint->setVisible(hint->isVisible() && runMeasures.empty());
     showMeasure(first);
+    showFlows();
+}
+
+/// The first measure of frequency that knows shapes of the drawing tells of its flows, whatever colours it.
+void MainWindow::showFlows() {
+    const auto tells = [this](const RunMeasure& measure) {
+        return measure.isFrequency && std::ranges::any_of(measure.overlay.values, [this](const auto& entry) {
+                   return diagram->getDiagram().find(entry.first) != nullptr;
+               });
+    };
+    const auto found = std::ranges::find_if(runMeasures, tells);
+    diagram->setExecutions(found != runMeasures.end() ? found->overlay.values : std::map<MeroId, double>{});
 }
 
 void MainWindow::showMeasure(int place) {
@@ -327,6 +340,7 @@ void MainWindow::forgetRun() {
     measures->clear();
     measures->addItem(say(WorkbenchText::NoColour));
     diagram->setOverlay(std::nullopt);
+    diagram->setExecutions({});
     panel->setHasResults(false);
 }
 

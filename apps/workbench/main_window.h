@@ -94,6 +94,7 @@ private:
     void selectionChanged();
     void openObject(MeroId object);
     [[nodiscard]] QString tipOf(MeroId object) const;
+    void showFlows();
     void forgetRun();
     void takeMeasures(const RunSummary& summary, const RunRequest& request);
     void tellRun(const RunSummary& summary, double seconds);

@@ -87,7 +87,7 @@ std::vector<RunMeasure> RunSession::measures(const std::string& context) {
             }
             SV::String name;
             subAgent->getName(name);
-            RunMeasure measure{agent->getInstanceId(), {}};
+            RunMeasure measure{agent->getInstanceId(), {}, subAgent->getAgentType() == AgentTypeFrequency};
             measure.overlay.agent = agentName.view();
             measure.overlay.measure = name.view();
             measure.overlay.unit = set->getResultKind() == ResultKindTime ? MeasureOverlay::Unit::Seconds

@@ -33,6 +33,7 @@ struct RunRequest {
 struct RunMeasure {
     MeroId agent = MeroNoId;
     MeasureOverlay overlay;
+    bool isFrequency = false;  ///< its values are numbers of executions
 };
 
 /// Takes the agents through runs, one after the other: their results stay open until the next run or `end`.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -57,6 +58,7 @@ struct DiagramEdge {
     DrawLine points;  ///< two at least
     std::string label;
     bool isDefault = false;
+    std::optional<double> taken = {};  ///< how often, as far as it is known
 };
 
 /// The drawing of a process model: what lies behind comes first.

@@ -49,8 +49,13 @@ Json jsonOf(const DiagramShape& shape) {
 }
 
 Json jsonOf(const DiagramEdge& edge) {
-    return {{"relation", edge.relation},     {"from", edge.from},   {"to", edge.to},
-            {"points", jsonOf(edge.points)}, {"label", edge.label}, {"default", edge.isDefault}};
+    return {{"relation", edge.relation},
+            {"from", edge.from},
+            {"to", edge.to},
+            {"points", jsonOf(edge.points)},
+            {"label", edge.label},
+            {"default", edge.isDefault},
+            {"taken", edge.taken ? Json(*edge.taken) : Json(nullptr)}};
 }
 
 std::string_view wordOf(MeasureOverlay::Unit unit) {
@@ -169,6 +174,9 @@ DiagramShape shapeOf(const DocumentNode& node) {
 DiagramEdge edgeOf(const DocumentNode& node) {
     DiagramEdge edge{node.at("relation").integer(), node.at("from").integer(), node.at("to").integer(),
                      lineOf(node.at("points")),     node.at("label").text(),   node.at("default").flag()};
+    if (const DocumentNode taken = node.at("taken"); !taken.json().is_null()) {
+        edge.taken = taken.number();
+    }
     if (edge.points.size() < 2) {
         node.at("points").refuse("a line needs two points");
     }

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <utility>
 
+#include "platform/diagram/flow_counts.h"
 #include "platform/toolkit/qt/process_diagram_geometry.h"
 #include "platform/toolkit/qt/shape_markers.h"
 
@@ -15,6 +16,7 @@ constexpr double Border = 24.0;
 constexpr double HeaderWidth = 28.0;
 constexpr double LineWidth = 1.25;
 constexpr double ThickLineWidth = 2.75;
+constexpr double ArrowLength = 9.0;
 
 bool isHorizontal(const DiagramShape& swimlane) {
     return swimlane.bounds.width >= swimlane.bounds.height;
@@ -38,7 +40,11 @@ QPolygonF diamondIn(const QRectF& bounds) {
 ProcessDiagramPainter::ProcessDiagramPainter(const ProcessDiagram& shownDiagram,
                                              const MeasureOverlay* shownOverlay, QFont textFont,
                                              const QPalette& colors)
-    : diagram(shownDiagram), overlay(shownOverlay), font(std::move(textFont)), palette(colors) {
+    : diagram(shownDiagram),
+      overlay(shownOverlay),
+      font(std::move(textFont)),
+      palette(colors),
+      largest(largestFlow(shownDiagram)) {
     constexpr int TextHeight = 11;
     font.setPixelSize(TextHeight);
 }
@@ -98,15 +104,23 @@ QColor ProcessDiagramPainter::lineColor() const {
     return color;
 }
 
+double ProcessDiagramPainter::widthOf(const DiagramEdge& edge) const {
+    constexpr double GrowthOfTheLargest = 4.5;
+    return LineWidth + (edge.taken && largest > 0.0 ? GrowthOfTheLargest * *edge.taken / largest : 0.0);
+}
+
 void ProcessDiagramPainter::paintEdge(QPainter& painter, const DiagramEdge& edge) const {
-    painter.setPen(QPen(lineColor(), LineWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.setPen(QPen(lineColor(), widthOf(edge), Qt::SolidLine, Qt::FlatCap, Qt::RoundJoin));
     painter.setBrush(Qt::NoBrush);
     QPolygonF line;
     for (const DrawPoint& point : edge.points) {
         line.append(pointOf(point));
     }
+    // A thick line ends inside of its arrow.
+    const QLineF last(line[line.size() - 2], line.last());
+    line.last() = last.pointAt(1.0 - std::min(ArrowLength / 2 / std::max(last.length(), 1e-6), 1.0));
     painter.drawPolyline(line);
-    paintArrow(painter, edge.points[edge.points.size() - 2], edge.points.back());
+    paintArrow(painter, edge);
     if (edge.isDefault) {
         const QLineF first(line[0], line[1]);
         const QPointF middle = first.pointAt(std::min(14.0 / std::max(first.length(), 14.0), 0.5));
@@ -114,17 +128,19 @@ void ProcessDiagramPainter::paintEdge(QPainter& painter, const DiagramEdge& edge
     }
 }
 
-void ProcessDiagramPainter::paintArrow(QPainter& painter, const DrawPoint& from, const DrawPoint& tip) const {
-    constexpr double Length = 9.0;
-    constexpr double HalfWidth = 4.0;
+void ProcessDiagramPainter::paintArrow(QPainter& painter, const DiagramEdge& edge) const {
+    constexpr double NarrowHalf = 3.5;
+    const double halfWidth = NarrowHalf + widthOf(edge) / 2;
+    const DrawPoint& tip = edge.points.back();
+    const DrawPoint& from = edge.points[edge.points.size() - 2];
     const double distance = std::max(std::hypot(tip.x - from.x, tip.y - from.y), 1e-6);
     const QPointF along((tip.x - from.x) / distance, (tip.y - from.y) / distance);
     const QPointF across(-along.y(), along.x());
-    const QPointF base = pointOf(tip) - Length * along;
+    const QPointF base = pointOf(tip) - ArrowLength * along;
     painter.save();
     painter.setPen(Qt::NoPen);
     painter.setBrush(lineColor());
-    painter.drawPolygon(QPolygonF({pointOf(tip), base + HalfWidth * across, base - HalfWidth * across}));
+    painter.drawPolygon(QPolygonF({pointOf(tip), base + halfWidth * across, base - halfWidth * across}));
     painter.restore();
 }
 

@@ -26,7 +26,9 @@ public:
 
 private:
     void paintEdge(QPainter& painter, const DiagramEdge& edge) const;
-    void paintArrow(QPainter& painter, const DrawPoint& from, const DrawPoint& tip) const;
+    /// Flows are drawn as thick as they were taken often.
+    [[nodiscard]] double widthOf(const DiagramEdge& edge) const;
+    void paintArrow(QPainter& painter, const DiagramEdge& edge) const;
     void paintEdgeLabel(QPainter& painter, const DiagramEdge& edge) const;
     void paintShape(QPainter& painter, const DiagramShape& shape, bool isSelected) const;
     void paintSwimlane(QPainter& painter, const DiagramShape& shape) const;
@@ -48,6 +50,7 @@ private:
     const MeasureOverlay* overlay;
     QFont font;
     QPalette palette;
+    double largest;  ///< count of the flow that was taken most often
 };
 
 /// A value of a measure as people read it: "1,250.5" or "2 d 3 h".

@@ -17,7 +17,7 @@ std::vector<Picture> somePictures() {
     process.diagram.shapes.push_back(shape);
     shape = {8, ShapeKind::IntermediateEvent, {100, 0, 36, 36}, "", "timer", "", true, false, true, true};
     process.diagram.shapes.push_back(shape);
-    process.diagram.edges.push_back({9, 7, 8, {{51.5, 23}, {100, 18}}, "later", true});
+    process.diagram.edges.push_back({9, 7, 8, {{51.5, 23}, {100, 18}}, "later", true, 2.5});
     process.measure = {"Counts", "Frequency", MeasureOverlay::Unit::Seconds, "run 1", 250, 8, {{7, 0.1}}};
     const ChartCaption caption{"Frequency", "seed 1", MeasureOverlay::Unit::Number, 365, 24};
     return {
@@ -37,6 +37,7 @@ TEST(PictureDocument, ReadsBackWhatWasWritten) {
     EXPECT_EQ(process.diagram.shapes[1].marker, "timer");
     EXPECT_FALSE(process.diagram.shapes[1].isInterrupting);
     EXPECT_EQ(process.diagram.edges[0].points, (DrawLine{{51.5, 23}, {100, 18}}));
+    EXPECT_EQ(process.diagram.edges[0].taken, 2.5);
     EXPECT_EQ(process.measure.unit, MeasureOverlay::Unit::Seconds);
     EXPECT_EQ(process.measure.hoursPerDay, 8.0);
     EXPECT_EQ(process.measure.values.at(7), 0.1);
