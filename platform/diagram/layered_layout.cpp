@@ -10,7 +10,7 @@ namespace mero {
 
 namespace {
 
-constexpr double Gap = 24.0;
+constexpr double PartGap = 24.0;
 /// Nodes without lines stand side by side up to this width.
 constexpr double RowWidth = 1000.0;
 
@@ -123,18 +123,18 @@ private:
             const double width = std::max(node.width, node.roomWidth);
             if (x > 0.0 && x + width > RowWidth) {
                 x = 0.0;
-                top = bottom + Gap;
+                top = bottom + PartGap;
             }
             result.nodes[index] = {x + (width - node.width) / 2, top, node.width, node.height};
             bottom = std::max(bottom, top + node.height + node.roomBelow);
             x += width;
             grow(x, bottom);
-            x += Gap;
+            x += PartGap;
         }
     }
 
     [[nodiscard]] double nextTop() const {
-        return result.extent.height > 0.0 ? result.extent.height + Gap : 0.0;
+        return result.extent.height > 0.0 ? result.extent.height + PartGap : 0.0;
     }
     void grow(double width, double height) {
         result.extent.width = std::max(result.extent.width, width);
