@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <benchmark/benchmark.h>
 #include <malloc.h>
 
@@ -53,7 +54,11 @@ void ReplayByLiveInstances(benchmark::State& state) {
 BENCHMARK(ReplayByLiveInstances)->RangeMultiplier(10)->Range(100, 1'000'000)->Unit(benchmark::kMillisecond);
 
 void FrequencyByLiveInstances(benchmark::State& state) {
-    playAll(state, {.events = 5'000'000, .liveInstances = static_cast<std::size_t>(state.range(0))}, 1);
+    // Long enough that instances of many generations take turns, whatever their number.
+    constexpr std::size_t EventsOfInstance = 200;
+    const auto live = static_cast<std::size_t>(state.range(0));
+    playAll(state,
+            {.events = std::max<std::size_t>(5'000'000, EventsOfInstance * live), .liveInstances = live}, 1);
 }
 BENCHMARK(FrequencyByLiveInstances)->RangeMultiplier(10)->Range(100, 100'000)->Unit(benchmark::kMillisecond);
 
