@@ -3,6 +3,8 @@
 #include <QDir>
 #include <QFile>
 #include <QLocale>
+#include <cstdio>
+#include <exception>
 #include <iostream>
 
 #include "apps/mero-plot/picture_files.h"
@@ -57,9 +59,7 @@ void dropHints(QtMsgType type, const QMessageLogContext&, const QString& text) {
     }
 }
 
-}  // namespace
-
-int main(int count, char** arguments) {
+int runPlot(int count, char** arguments) {
     // Nothing is shown, so that no display is needed.
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qInstallMessageHandler(dropHints);
@@ -85,4 +85,15 @@ int main(int count, char** arguments) {
     QLocale::setDefault(QLocale(parser.value(language)));
     mero::qt::applyLook(application, parser.isSet(dark));
     return drawPictures(files.isEmpty() ? QString("-") : files.front(), parser.value(folder));
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+    try {
+        return runPlot(count, arguments);
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "mero-plot: %s\n", error.what());
+        return ExitRefused;
+    }
 }

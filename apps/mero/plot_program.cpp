@@ -13,8 +13,6 @@
 #include "apps/mero/atomic_file.h"
 #include "platform/resources/messages.h"
 
-extern char** environ;
-
 namespace mero {
 
 namespace {
@@ -70,6 +68,7 @@ public:
 /// Runs a program to its end; its messages go where this program's go, its output nowhere.
 bool runProgram(const std::vector<std::string>& words) {
     std::vector<char*> arguments;
+    arguments.reserve(words.size() + 1);
     for (const std::string& word : words) {
         arguments.push_back(const_cast<char*>(word.c_str()));
     }
@@ -123,6 +122,7 @@ Result<PlotProgram> PlotProgram::find() {
 Result<std::size_t> PlotProgram::draw(const std::vector<ResultPicture>& pictures,
                                       const std::string& folder) const {
     std::vector<Picture> order;
+    order.reserve(pictures.size());
     for (const ResultPicture& picture : pictures) {
         order.push_back(picture.picture);
     }
