@@ -74,7 +74,7 @@ void MeroAgentBrowserWindow::setHeaders(const SV::String& caption) {
 void MeroAgentBrowserWindow::setHandlers() {
     const auto bindWork = [this](SV::PushButton& button, auto work) {
         button.SetClickHdl([this, work] {
-            const MeroBusyScope busy(this);
+            const MeroBusyScope busy(*this);
             work();
         });
     };

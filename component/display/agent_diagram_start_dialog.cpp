@@ -60,10 +60,12 @@ MeroAgentDiagramStartDialog::MeroAgentDiagramStartDialog(SV::Window* parent, Mer
       cancelButton(this, Form::CancelButton),
       helpButton(this, Form::HelpButton) {
     std::vector<SV::String> titles;
+    titles.reserve(static_cast<std::size_t>(objects.getNumberOfColumns()));
     for (int column = 1; column <= objects.getNumberOfColumns(); ++column) {
         titles.push_back(withoutLeadingBlanks(objects.getColumnTitle(column)));
     }
     std::vector<SV::String> labels;
+    labels.reserve(static_cast<std::size_t>(objects.getNumberOfRows()));
     for (int row = 0; row < objects.getNumberOfRows(); ++row) {
         labels.push_back(withoutLeadingBlanks(objects.getField(row, 0)));
     }

@@ -16,22 +16,14 @@ protected:
     ~MeroBusyOwner() = default;
 };
 
-/// Keeps an owner busy for as long as it lives. The owner may be null: then nothing is kept.
+/// Keeps an owner busy for as long as it lives.
 class MeroBusyScope {
 public:
-    explicit MeroBusyScope(MeroBusyOwner* busyOwner) : owner(busyOwner) {
-        if (owner != nullptr) {
-            owner->enterBusy();
-        }
-    }
-    ~MeroBusyScope() {
-        if (owner != nullptr) {
-            owner->leaveBusy();
-        }
-    }
+    explicit MeroBusyScope(MeroBusyOwner& busyOwner) : owner(busyOwner) { owner.enterBusy(); }
+    ~MeroBusyScope() { owner.leaveBusy(); }
     MeroBusyScope(const MeroBusyScope&) = delete;
     MeroBusyScope& operator=(const MeroBusyScope&) = delete;
 
 private:
-    MeroBusyOwner* owner;
+    MeroBusyOwner& owner;
 };

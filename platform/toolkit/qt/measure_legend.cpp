@@ -17,8 +17,9 @@ constexpr double BarHeight = 12.0;
 
 }  // namespace
 
-MeasureLegend::MeasureLegend(const MeasureOverlay& shownOverlay, QFont textFont, const QPalette& colors)
-    : overlay(shownOverlay), font(std::move(textFont)), palette(colors) {
+MeasureLegend::MeasureLegend(const MeasureOverlay& shownOverlay, const QFont& textFont,
+                             const QPalette& colors)
+    : overlay(shownOverlay), font(textFont), palette(colors) {
     constexpr int TextHeight = 12;
     constexpr int SmallTextHeight = 10;
     font.setPixelSize(TextHeight);

@@ -13,7 +13,7 @@ namespace mero::qt {
 class MeasureLegend {
 public:
     /// The overlay isn't kept.
-    MeasureLegend(const MeasureOverlay& shownOverlay, QFont textFont, const QPalette& colors);
+    MeasureLegend(const MeasureOverlay& shownOverlay, const QFont& textFont, const QPalette& colors);
 
     [[nodiscard]] QSizeF size() const;
     void paint(QPainter& painter, const QPointF& topLeft) const;

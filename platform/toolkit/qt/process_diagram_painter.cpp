@@ -38,11 +38,11 @@ QPolygonF diamondIn(const QRectF& bounds) {
 }  // namespace
 
 ProcessDiagramPainter::ProcessDiagramPainter(const ProcessDiagram& shownDiagram,
-                                             const MeasureOverlay* shownOverlay, QFont textFont,
+                                             const MeasureOverlay* shownOverlay, const QFont& textFont,
                                              const QPalette& colors)
     : diagram(shownDiagram),
       overlay(shownOverlay),
-      font(std::move(textFont)),
+      font(textFont),
       palette(colors),
       largest(largestFlow(shownDiagram)) {
     constexpr int TextHeight = 11;

@@ -15,7 +15,7 @@ class ProcessDiagramPainter {
 public:
     /// Neither `shownDiagram` nor `shownOverlay` is kept; null for no measure.
     ProcessDiagramPainter(const ProcessDiagram& shownDiagram, const MeasureOverlay* shownOverlay,
-                          QFont textFont, const QPalette& colors);
+                          const QFont& textFont, const QPalette& colors);
 
     /// What the drawing takes up, with labels and a border.
     [[nodiscard]] QRectF room() const;

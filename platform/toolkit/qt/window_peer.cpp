@@ -214,8 +214,6 @@ bool WindowPeer::eventFilter(QObject* watched, QEvent* event) {
                 window.userPlace({root->x(), root->y()}, {root->width(), root->height()});
             }
             return false;
-        case QEvent::WindowStateChange:
-            return false;
         default:
             return false;
     }

@@ -94,7 +94,7 @@ std::string busyWindows(UserDriver& user) {
         auto& owner = dynamic_cast<MeroBusyOwner&>(dialog);
         owner.enterBusy();
         {
-            const MeroBusyScope work(&owner);
+            const MeroBusyScope work(owner);
             user.click(*dialog.FindControl(Form::CloseButton));
         }
         user.close(dialog);
