@@ -38,9 +38,11 @@ double ShiftPlan::afterWork(double time, double seconds) const {
     const double cycles = std::floor(seconds / static_cast<double>(work));
     double left = seconds - cycles * static_cast<double>(work);
     double reached = movedIntoWork(time + cycles * static_cast<double>(WorkingCalendar::SecondsPerCycle));
-    for (double border = nextBorder(reached); reached + left >= border; border = nextBorder(reached)) {
+    double border = nextBorder(reached);
+    while (reached + left >= border) {
         left = std::max(0.0, left - (border - reached));
         reached = nextBorder(border);
+        border = nextBorder(reached);
     }
     return reached + left;
 }

@@ -271,11 +271,12 @@ void ProcessRunner::leaveByRace(std::uint32_t scope, std::uint32_t node) {
         return;
     }
     const ProcessModel& model = modelOf(scope);
-    const ProcessFlow* winner = nullptr;
-    double least = 0.0;
-    for (const ProcessFlow& flow : model.flowsOf(model.nodes[node])) {
+    const auto flows = model.flowsOf(model.nodes[node]);
+    const ProcessFlow* winner = &flows.front();
+    double least = sampleWork(scope, winner->target);
+    for (const ProcessFlow& flow : flows.subspan(1)) {
         const double due = sampleWork(scope, flow.target);
-        if (winner == nullptr || due < least) {
+        if (due < least) {
             winner = &flow;
             least = due;
         }

@@ -100,7 +100,7 @@ std::optional<std::int64_t> takeClock(Pieces& pieces) {
             result += *fraction;
         }
     }
-    return *hour < 24 || result == 24 * 60 * MillisecondsOfMinute ? std::optional(result) : std::nullopt;
+    return *hour < 24 || result == MillisecondsOfMinute * 60 * 24 ? std::optional(result) : std::nullopt;
 }
 
 std::optional<std::int64_t> takeOffset(Pieces& pieces) {
