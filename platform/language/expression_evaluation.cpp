@@ -43,17 +43,17 @@ SV::String textOf(const QuotedText& quoted) {
 bool isMet(Comparison comparison, std::partial_ordering order) {
     switch (comparison) {
         case Comparison::Equal:
-            return order == 0;
+            return std::is_eq(order);
         case Comparison::NotEqual:
-            return order != 0;
+            return std::is_neq(order);
         case Comparison::Less:
-            return order < 0;
+            return std::is_lt(order);
         case Comparison::LessOrEqual:
-            return order <= 0;
+            return std::is_lteq(order);
         case Comparison::Greater:
-            return order > 0;
+            return std::is_gt(order);
         case Comparison::GreaterOrEqual:
-            return order >= 0;
+            return std::is_gteq(order);
     }
     return false;
 }

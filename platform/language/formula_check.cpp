@@ -57,7 +57,7 @@ private:
             skipNumber();
             return {};
         }
-        const auto outcome = checkSign(character);
+        auto outcome = checkSign(character);
         lastName = {};
         return outcome;
     }

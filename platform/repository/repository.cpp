@@ -88,7 +88,7 @@ double Repository::numberOf(const Relation& relation, std::string_view attribute
 
 Result<MeroId> Repository::addModel(const SV::String& name, std::size_t type, ModelAccess access,
                                     bool loaded) {
-    if (const auto checked = data->checkModel(name, type); !checked) {
+    if (auto checked = data->checkModel(name, type); !checked) {
         return checked.error();
     }
     const MeroId id = data->nextId;
@@ -106,7 +106,7 @@ Result<MeroId> Repository::addObject(MeroId modelId, MeroId classId, const SV::S
             givenName = data->makeObjectName(*entry, *objectClass);
         }
     }
-    if (const auto checked = data->checkObject(modelId, classId, givenName); !checked) {
+    if (auto checked = data->checkObject(modelId, classId, givenName); !checked) {
         return checked.error();
     }
     const MeroId id = data->nextId;
@@ -116,7 +116,7 @@ Result<MeroId> Repository::addObject(MeroId modelId, MeroId classId, const SV::S
 }
 
 Result<MeroId> Repository::addRelation(MeroId relationClassId, MeroId from, MeroId to) {
-    if (const auto checked = data->checkRelation(relationClassId, from, to); !checked) {
+    if (auto checked = data->checkRelation(relationClassId, from, to); !checked) {
         return checked.error();
     }
     const MeroId id = data->nextRelationId;
@@ -177,7 +177,7 @@ Result<void> Repository::renameObject(MeroId objectId, const SV::String& name) {
     if (object->name == name) {
         return {};
     }
-    if (const auto checked = data->checkObject(object->modelId, object->classId, name); !checked) {
+    if (auto checked = data->checkObject(object->modelId, object->classId, name); !checked) {
         return checked;
     }
     Data::ModelEntry& entry = data->models.at(object->modelId);

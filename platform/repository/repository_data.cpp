@@ -34,7 +34,7 @@ Result<void> checkName(const SV::String& name, std::string_view what) {
 // Checks
 
 Result<void> Repository::Data::checkModel(const SV::String& name, std::size_t type) const {
-    if (const auto checked = checkName(name, "a model"); !checked) {
+    if (auto checked = checkName(name, "a model"); !checked) {
         return checked;
     }
     if (type >= Library::standard().modelTypes().size()) {
@@ -61,7 +61,7 @@ Result<void> Repository::Data::checkObject(MeroId modelId, MeroId classId, const
         return Error{fmt::format("a model of type \"{}\" can't hold an object of class \"{}\"", type.name,
                                  objectClass->name)};
     }
-    if (const auto checked = checkName(name, "an object"); !checked) {
+    if (auto checked = checkName(name, "an object"); !checked) {
         return checked;
     }
     if (findObject(*entry, classId, name.view()) != nullptr) {
@@ -189,10 +189,10 @@ Result<void> checkNewId(bool isTaken, MeroId id) {
 }  // namespace
 
 Result<void> RepositoryAccess::restoreModel(const Model& model) {
-    if (const auto checked = checkNewId(data.models.contains(model.id), model.id); !checked) {
+    if (auto checked = checkNewId(data.models.contains(model.id), model.id); !checked) {
         return checked;
     }
-    if (const auto checked = data.checkModel(model.name, model.type); !checked) {
+    if (auto checked = data.checkModel(model.name, model.type); !checked) {
         return checked;
     }
     data.insertModel(model);
@@ -201,10 +201,10 @@ Result<void> RepositoryAccess::restoreModel(const Model& model) {
 
 Result<void> RepositoryAccess::restoreObject(const Object& object) {
     const bool isTaken = data.models.contains(object.id) || data.objects.contains(object.id);
-    if (const auto checked = checkNewId(isTaken, object.id); !checked) {
+    if (auto checked = checkNewId(isTaken, object.id); !checked) {
         return checked;
     }
-    if (const auto checked = data.checkObject(object.modelId, object.classId, object.name); !checked) {
+    if (auto checked = data.checkObject(object.modelId, object.classId, object.name); !checked) {
         return checked;
     }
     data.insertObject(object);
@@ -212,10 +212,10 @@ Result<void> RepositoryAccess::restoreObject(const Object& object) {
 }
 
 Result<void> RepositoryAccess::restoreRelation(const Relation& relation) {
-    if (const auto checked = checkNewId(data.relations.contains(relation.id), relation.id); !checked) {
+    if (auto checked = checkNewId(data.relations.contains(relation.id), relation.id); !checked) {
         return checked;
     }
-    if (const auto checked = data.checkRelation(relation.classId, relation.from, relation.to); !checked) {
+    if (auto checked = data.checkRelation(relation.classId, relation.from, relation.to); !checked) {
         return checked;
     }
     data.insertRelation(relation);

@@ -400,7 +400,7 @@ Result<void> SqliteStore::commit() {
     }
     std::error_code ignored;
     const bool makesFile = !std::filesystem::exists(path, ignored);
-    const auto written = guarded(path, [this] { writeChanges(); });
+    auto written = guarded(path, [this] { writeChanges(); });
     if (!written) {
         if (makesFile) {
             connection.reset();

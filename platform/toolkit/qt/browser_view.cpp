@@ -236,6 +236,7 @@ std::vector<BrowserModel::RowHandle> BrowserView::selectedRows() const {
     }
     std::ranges::sort(rows);
     std::vector<BrowserModel::RowHandle> handles;
+    handles.reserve(rows.size());
     for (const int row : rows) {
         handles.push_back(body.handleAt(row));
     }
