@@ -314,7 +314,7 @@ Result<void> checkPath(const std::filesystem::path& path, SqliteStore::OpenMode 
 
 }  // namespace
 
-SqliteStore::SqliteStore(std::filesystem::path storePath, OpenMode openMode)
+SqliteStore::SqliteStore([[maybe_unused]] Key key, std::filesystem::path storePath, OpenMode openMode)
     : path(std::move(storePath)), mode(openMode) {}
 
 SqliteStore::~SqliteStore() {
@@ -329,7 +329,7 @@ Result<std::unique_ptr<SqliteStore>> SqliteStore::open(const std::filesystem::pa
     if (const auto checked = checkPath(path, mode); !checked) {
         return checked.error();
     }
-    std::unique_ptr<SqliteStore> store(new SqliteStore(path, mode));
+    auto store = std::make_unique<SqliteStore>(Key(), path, mode);
     std::error_code ignored;
     if (std::filesystem::exists(path, ignored)) {
         if (const auto loaded = guarded(path, [&store] { store->load(); }); !loaded) {

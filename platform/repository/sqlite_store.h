@@ -40,9 +40,14 @@ public:
     /// are still in memory. A file that another process has changed since it was read here is left alone.
     Result<void> commit();
 
-private:
-    SqliteStore(std::filesystem::path storePath, OpenMode openMode);
+    /// Only `open` has one, and so makes stores.
+    class Key {
+        friend class SqliteStore;
+        Key() = default;
+    };
+    SqliteStore(Key key, std::filesystem::path storePath, OpenMode openMode);
 
+private:
     void load();
     void readContent(SqliteConnection& connection);
     void writeChanges();
