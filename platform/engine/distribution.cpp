@@ -90,6 +90,19 @@ double Distribution::sampleChoice(RandomStream& random) const {
     return above->value;
 }
 
+double Distribution::meanDuration() const {
+    constexpr int Draws = 20'000;
+    if (const std::optional<double> known = mean()) {
+        return std::max(*known, 0.0);
+    }
+    RandomStream random(0, "mean of a duration");
+    double sum = 0.0;
+    for (int draw = 0; draw < Draws; ++draw) {
+        sum += std::max(sample(random), 0.0);
+    }
+    return sum / Draws;
+}
+
 std::optional<double> Distribution::mean() const {
     if (limits) {
         return std::nullopt;

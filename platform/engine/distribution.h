@@ -34,6 +34,9 @@ public:
     [[nodiscard]] double sample(RandomStream& random) const;
     /// Mean of the samples; none for a distribution with limits.
     [[nodiscard]] std::optional<double> mean() const;
+    /// Mean in seconds where samples below 0 count as 0 and are durations: `mean`, or where limits cut the
+    /// distribution an estimate from 20,000 draws of its own, always the same.
+    [[nodiscard]] double meanDuration() const;
     /// True if every sample is 0.
     [[nodiscard]] bool isZero() const { return kind == Kind::Fixed && parameters[0] == 0.0 && !limits; }
 

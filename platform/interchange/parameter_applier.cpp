@@ -4,11 +4,9 @@
 #include <cmath>
 #include <fmt/format.h>
 #include <map>
-#include <optional>
 #include <unordered_map>
 
 #include "platform/engine/distribution.h"
-#include "platform/engine/random.h"
 #include "platform/interchange/name_rules.h"
 #include "platform/interchange/object_writer.h"
 #include "platform/interchange/run_parameters.h"
@@ -143,22 +141,8 @@ private:
             return;
         }
         if (const Result<Distribution> distribution = Distribution::parse(duration)) {
-            writer.set(object, "Execution time", timeTextOf(std::round(meanOf(distribution.value()))));
+            writer.set(object, "Execution time", timeTextOf(std::round(distribution.value().meanDuration())));
         }
-    }
-
-    /// In seconds; estimated by draws of its own, always the same, where limits cut the distribution.
-    static double meanOf(const Distribution& distribution) {
-        constexpr int Draws = 20'000;
-        if (const std::optional<double> mean = distribution.mean()) {
-            return std::max(*mean, 0.0);
-        }
-        RandomStream random(0, "mean of a duration");
-        double sum = 0.0;
-        for (int draw = 0; draw < Draws; ++draw) {
-            sum += std::max(distribution.sample(random), 0.0);
-        }
-        return sum / Draws;
     }
 
     void setFor(const NodeParameters& node, MeroId object, std::string_view attribute,
