@@ -71,7 +71,7 @@ TEST(FormulaAgent, ExpressionsThatCannotBeUsedKeepItFromStarting) {
          {Case{"N:\\\"Passes\\\" +", 0x2005174}, Case{"N:\\\"Passes", 0x2005174}, Case{"", 0x2005186},
           Case{many, 0x2005188}}) {
         const MeasuredWorld world(formula(expression));
-        EXPECT_FALSE(EmbeddedPlatform::boxes().empty());
+        ASSERT_FALSE(EmbeddedPlatform::boxes().empty());
         EXPECT_EQ(EmbeddedPlatform::boxes().front(), message) << expression;
         EXPECT_EQ(world.subAgent(Formula).getAgentState(), AgentIdle) << expression;
     }

@@ -20,7 +20,7 @@ const std::string twoInstances =
     "3,0\n11,0,1,Order,1\n17,0,1,Order,1,a,Check,Ann\n17,0,1,Order,1,b,Check,Bob\n13,0,1,Order,1\n"
     "11,0,2,Order,2\n17,0,2,Order,2,c,Pack,Bob\n13,0,2,Order,2\n6,0\n";
 
-TEST(RefCostAgents, WeightedCostIsAMeanOfAllInstancesUnweightedOneOfThePasses) {
+TEST(RefCostAgents, WeightedCostIsAMeanOfAllInstances) {
     MeasuredWorld weighted(costs("WWECOST attribute:\"Hourly wages\""));
     weighted.play(twoInstances);
     EXPECT_EQ(weighted.values(), (Values{{"Order", 28.75},
