@@ -1,4 +1,3 @@
-#include <QApplication>
 #include <benchmark/benchmark.h>
 #include <cmath>
 #include <filesystem>
@@ -8,7 +7,6 @@
 #include "component/display/agent_result_windows.h"
 #include "component/display/graph_result_window.h"
 #include "platform/repository/repository_services.h"
-#include "platform/toolkit/qt/qt_toolkit.h"
 #include "platform/toolkit/qt/window_peer.h"
 
 namespace {
@@ -214,13 +212,3 @@ void showCurve(benchmark::State& state) {
 BENCHMARK(showCurve)->Arg(10 * Million)->Unit(benchmark::kMillisecond);
 
 }  // namespace
-
-int main(int count, char** arguments) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QApplication application(count, arguments);
-    mero::qt::QtToolkit toolkit;
-    SV::Toolkit::SetGlobal(&toolkit);
-    benchmark::Initialize(&count, arguments);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
-}

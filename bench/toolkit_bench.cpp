@@ -1,4 +1,3 @@
-#include <QApplication>
 #include <QScrollBar>
 #include <QTableView>
 #include <benchmark/benchmark.h>
@@ -8,7 +7,6 @@
 #include "component/host/function_graph.h"
 #include "component/host/resource_ids.h"
 
-#include "platform/toolkit/qt/qt_toolkit.h"
 #include "platform/toolkit/qt/window_peer.h"
 
 namespace {
@@ -93,13 +91,3 @@ void drawCurve(benchmark::State& state) {
 BENCHMARK(drawCurve)->Arg(Million)->Arg(10 * Million)->Unit(benchmark::kMillisecond);
 
 }  // namespace
-
-int main(int count, char** arguments) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QApplication application(count, arguments);
-    mero::qt::QtToolkit toolkit;
-    SV::Toolkit::SetGlobal(&toolkit);
-    benchmark::Initialize(&count, arguments);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
-}
