@@ -149,10 +149,11 @@ QString DiagramView::tipAt(const QPointF& pixel) const {
     QString tip = tipOf ? tipOf(object) : QString();
     if (overlay) {
         const auto value = overlay->values.find(object);
-        tip += "\n" + say(WorkbenchText::ShownValue,
-                          {QString::fromStdString(overlay->measure),
-                           value != overlay->values.end() ? qt::shownValue(*overlay, value->second)
-                                                          : say(WorkbenchText::NoValue)});
+        tip += "\n" +
+               say(WorkbenchText::ShownValue,
+                   {QString::fromStdString(overlay->measure),
+                    value != overlay->values.end() ? qt::shownValue(*overlay, overlay->scale(), value->second)
+                                                   : say(WorkbenchText::NoValue)});
     }
     return tip;
 }

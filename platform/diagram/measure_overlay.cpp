@@ -5,37 +5,37 @@
 
 namespace mero {
 
-double MeasureOverlay::minimum() const {
-    const auto least =
-        std::min_element(values.begin(), values.end(),
-                         [](const auto& left, const auto& right) { return left.second < right.second; });
-    return least != values.end() ? least->second : 0.0;
-}
+namespace {
 
-double MeasureOverlay::maximum() const {
-    const auto most = std::max_element(values.begin(), values.end(), [](const auto& left, const auto& right) {
-        return left.second < right.second;
-    });
-    return most != values.end() ? most->second : 0.0;
-}
-
-double MeasureOverlay::shareOf(double value) const {
-    const double low = minimum();
-    const double high = maximum();
-    return high > low ? std::clamp((value - low) / (high - low), 0.0, 1.0) : 1.0;
-}
-
-int MeasureOverlay::decimals() const {
-    const bool areWhole = std::all_of(values.begin(), values.end(), [](const auto& entry) {
-        return entry.second == std::floor(entry.second);
-    });
-    if (areWhole) {
-        return 0;
-    }
+/// So many that the largest of broken numbers shows four digits.
+int decimalsOf(double largest) {
     constexpr int Digits = 4;
-    const double largest = std::max(std::abs(minimum()), std::abs(maximum()));
     const int wholeDigits = largest >= 1.0 ? static_cast<int>(std::log10(largest)) + 1 : 1;
     return std::clamp(Digits - wholeDigits, 0, Digits - 1);
+}
+
+}  // namespace
+
+double MeasureScale::shareOf(double value) const {
+    return maximum > minimum ? std::clamp((value - minimum) / (maximum - minimum), 0.0, 1.0) : 1.0;
+}
+
+MeasureScale MeasureOverlay::scale() const {
+    MeasureScale scale;
+    if (values.empty()) {
+        return scale;
+    }
+    scale.minimum = scale.maximum = values.begin()->second;
+    bool areWhole = true;
+    for (const auto& [object, value] : values) {
+        scale.minimum = std::min(scale.minimum, value);
+        scale.maximum = std::max(scale.maximum, value);
+        areWhole = areWhole && value == std::floor(value);
+    }
+    if (!areWhole) {
+        scale.decimals = decimalsOf(std::max(std::abs(scale.minimum), std::abs(scale.maximum)));
+    }
+    return scale;
 }
 
 }  // namespace mero

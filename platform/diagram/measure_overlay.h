@@ -8,6 +8,19 @@
 
 namespace mero {
 
+/// What the values of a measure have in common. Finding it takes a look at all of them, so a drawing asks for
+/// it once.
+struct MeasureScale {
+    double minimum = 0.0;
+    double maximum = 0.0;
+    /// Decimals that tell the values apart: none for whole numbers, else such that the largest shows four
+    /// digits.
+    int decimals = 0;
+
+    /// Place of a value between minimum and maximum, from 0 to 1; 1 if all are the same.
+    [[nodiscard]] double shareOf(double value) const;
+};
+
 /// One measure of a run, to be laid over a drawing: the value of each object.
 struct MeasureOverlay {
     enum class Unit { Number, Seconds };
@@ -21,13 +34,8 @@ struct MeasureOverlay {
     std::map<MeroId, double> values;
 
     [[nodiscard]] bool isEmpty() const { return values.empty(); }
-    [[nodiscard]] double minimum() const;  ///< 0 if empty
-    [[nodiscard]] double maximum() const;
-    /// Place of a value between minimum and maximum, from 0 to 1; 1 if all are the same.
-    [[nodiscard]] double shareOf(double value) const;
-    /// Decimals that tell the values apart: none for whole numbers, else such that the largest shows four
-    /// digits.
-    [[nodiscard]] int decimals() const;
+    /// All zeros if empty.
+    [[nodiscard]] MeasureScale scale() const;
 };
 
 }  // namespace mero

@@ -55,14 +55,15 @@ void MeasureLegend::paint(QPainter& painter, const QPointF& topLeft) const {
         const double share = static_cast<double>(stop) / Stops;
         gradient.setColorAt(share, magnitudeColor(share));
     }
-    const bool isOneValue = overlay.minimum() == overlay.maximum();
+    const MeasureScale scale = overlay.scale();
+    const bool isOneValue = scale.minimum == scale.maximum;
     painter.setBrush(isOneValue ? QBrush(magnitudeColor(1)) : QBrush(gradient));
     painter.drawRect(bar);
     line.moveTop(bar.bottom() + 3);
     line.setWidth(BarWidth);
-    painter.drawText(line, Qt::AlignLeft | Qt::AlignVCenter, shownValue(overlay, overlay.minimum()));
+    painter.drawText(line, Qt::AlignLeft | Qt::AlignVCenter, shownValue(overlay, scale, scale.minimum));
     if (!isOneValue) {
-        painter.drawText(line, Qt::AlignRight | Qt::AlignVCenter, shownValue(overlay, overlay.maximum()));
+        painter.drawText(line, Qt::AlignRight | Qt::AlignVCenter, shownValue(overlay, scale, scale.maximum));
     }
     if (!overlay.context.empty()) {
         painter.setFont(smallFont);

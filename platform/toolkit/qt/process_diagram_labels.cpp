@@ -54,17 +54,17 @@ QLineF labelledPiece(const DiagramEdge& edge) {
 
 }  // namespace
 
-QString shownValue(const MeasureOverlay& overlay, double value) {
+QString shownValue(const MeasureOverlay& overlay, const MeasureScale& scale, double value) {
     if (overlay.unit == MeasureOverlay::Unit::Seconds) {
         return dressedTime(MeroCoreTime(value, overlay.daysPerYear, overlay.hoursPerDay).asText());
     }
-    return QLocale().toString(value, 'f', overlay.decimals());
+    return QLocale().toString(value, 'f', scale.decimals);
 }
 
 QColor ProcessDiagramPainter::fillOf(const DiagramShape& shape) const {
     if (overlay != nullptr && !shape.isExpanded) {
         if (const auto value = overlay->values.find(shape.object); value != overlay->values.end()) {
-            return magnitudeColor(overlay->shareOf(value->second));
+            return magnitudeColor(scale.shareOf(value->second));
         }
     }
     return palette.color(QPalette::Base);
@@ -86,7 +86,7 @@ QString ProcessDiagramPainter::valueOf(const DiagramShape& shape) const {
         return {};
     }
     // Of "2 d 3 h 20 min" a shape has room for two parts.
-    return shownValue(*overlay, value->second).section(' ', 0, 1);
+    return shownValue(*overlay, scale, value->second).section(' ', 0, 1);
 }
 
 void ProcessDiagramPainter::paintEdgeLabel(QPainter& painter, const DiagramEdge& edge) const {

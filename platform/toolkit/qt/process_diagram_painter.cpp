@@ -42,6 +42,7 @@ ProcessDiagramPainter::ProcessDiagramPainter(const ProcessDiagram& shownDiagram,
                                              const QPalette& colors)
     : diagram(shownDiagram),
       overlay(shownOverlay),
+      scale(shownOverlay != nullptr ? shownOverlay->scale() : MeasureScale{}),
       font(textFont),
       palette(colors),
       largest(largestFlow(shownDiagram)) {

@@ -13,7 +13,8 @@ namespace mero::qt {
 /// are filled by their values, which stand below the names; shapes without a value keep the background.
 class ProcessDiagramPainter {
 public:
-    /// Neither `shownDiagram` nor `shownOverlay` is kept; null for no measure.
+    /// `shownDiagram` and `shownOverlay` aren't owned, and have to stay as they are for as long as this
+    /// lives; null for no measure.
     ProcessDiagramPainter(const ProcessDiagram& shownDiagram, const MeasureOverlay* shownOverlay,
                           const QFont& textFont, const QPalette& colors);
 
@@ -48,12 +49,13 @@ private:
 
     const ProcessDiagram& diagram;
     const MeasureOverlay* overlay;
+    MeasureScale scale;
     QFont font;
     QPalette palette;
     double largest;  ///< count of the flow that was taken most often
 };
 
-/// A value of a measure as people read it: "1,250.5" or "2 d 3 h".
-[[nodiscard]] QString shownValue(const MeasureOverlay& overlay, double value);
+/// A value of a measure as people read it: "1,250.5" or "2 d 3 h". `scale` is that of the overlay.
+[[nodiscard]] QString shownValue(const MeasureOverlay& overlay, const MeasureScale& scale, double value);
 
 }  // namespace mero::qt

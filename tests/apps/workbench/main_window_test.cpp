@@ -75,7 +75,7 @@ TEST_F(MainWindowTest, ImportsSimulatesAndColoursTheProcess) {
 
     window->measureBox().setCurrentIndex(2);
     EXPECT_EQ(window->diagramView().getOverlay()->unit, MeasureOverlay::Unit::Seconds);
-    EXPECT_GT(window->diagramView().getOverlay()->maximum(), 0.0);
+    EXPECT_GT(window->diagramView().getOverlay()->scale().maximum, 0.0);
     window->measureBox().setCurrentIndex(0);
     EXPECT_FALSE(window->diagramView().getOverlay().has_value());
 }

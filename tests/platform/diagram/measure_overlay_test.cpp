@@ -31,17 +31,17 @@ TEST(ColourScale, LightnessRunsOneWayInEvenStepsAndTextIsReadable) {
 
 TEST(MeasureOverlay, SharesLieBetweenTheExtremesAndDecimalsTellValuesApart) {
     MeasureOverlay overlay;
-    EXPECT_EQ(overlay.shareOf(3.0), 1.0);
-    EXPECT_EQ(overlay.maximum(), 0.0);
+    EXPECT_EQ(overlay.scale().shareOf(3.0), 1.0);
+    EXPECT_EQ(overlay.scale().maximum, 0.0);
     overlay.values = {{1, 10.0}, {2, 20.0}, {3, 40.0}};
-    EXPECT_DOUBLE_EQ(overlay.shareOf(10.0), 0.0);
-    EXPECT_DOUBLE_EQ(overlay.shareOf(25.0), 0.5);
-    EXPECT_DOUBLE_EQ(overlay.shareOf(40.0), 1.0);
-    EXPECT_EQ(overlay.decimals(), 0);
+    EXPECT_DOUBLE_EQ(overlay.scale().shareOf(10.0), 0.0);
+    EXPECT_DOUBLE_EQ(overlay.scale().shareOf(25.0), 0.5);
+    EXPECT_DOUBLE_EQ(overlay.scale().shareOf(40.0), 1.0);
+    EXPECT_EQ(overlay.scale().decimals, 0);
     for (const auto& [largest, decimals] :
          {std::pair{0.5, 3}, {1.25, 3}, {12.5, 2}, {999.5, 1}, {1234.5, 0}, {123456.5, 0}}) {
         overlay.values = {{1, 0.25}, {2, largest}};
-        EXPECT_EQ(overlay.decimals(), decimals) << largest;
+        EXPECT_EQ(overlay.scale().decimals, decimals) << largest;
     }
 }
 
