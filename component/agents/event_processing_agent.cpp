@@ -137,8 +137,7 @@ bool MeroEventProcessingAgent::readTime(const MeroSimEvent& event, double& time)
 }
 
 MeroAgentProcessInstance* MeroEventProcessingAgent::findInstance(const SV::String& mainKey) {
-    auto* const found = instances.find(mainKey);
-    return found != nullptr ? found->get() : nullptr;
+    return instances.find(mainKey);
 }
 
 bool MeroEventProcessingAgent::isInCalendarInterval(double time) {
@@ -162,7 +161,7 @@ bool MeroEventProcessingAgent::isEventRelevant(const MeroRelevanceTest& test, co
             return false;
         }
     }
-    if (test.object && !observedObjects.contains(objectId)) {
+    if (test.object && !observes(objectId)) {
         return false;
     }
     return !test.calendar || !isWorkLoadAnalysis(analysisType) || isInCalendarInterval(time);
@@ -175,15 +174,13 @@ bool MeroEventProcessingAgent::isInObservedScope(MeroId calledModel, MeroId call
     if (isOwnModel) {
         return true;
     }
-    MeroAgentProcessInstance* const process =
-        observedObjects.contains(calledModel) ? findInstance(mainKey) : nullptr;
+    MeroAgentProcessInstance* const process = observes(calledModel) ? findInstance(mainKey) : nullptr;
     const MeroAgentSubProcessInstance* const caller =
         process != nullptr ? process->getInstance(instanceKey) : nullptr;
     if (caller == nullptr) {
         return false;
     }
-    return callingObject == MeroNoId || caller->getModelId() != modelId ||
-           observedObjects.contains(callingObject);
+    return callingObject == MeroNoId || caller->getModelId() != modelId || observes(callingObject);
 }
 
 MeroPlacement MeroEventProcessingAgent::classifyObject(MeroId ownModel, MeroId otherModel) {
@@ -196,15 +193,13 @@ MeroPlacement MeroEventProcessingAgent::classifyObject(MeroId ownModel, MeroId o
 
 bool MeroEventProcessingAgent::addProcessInstance(MeroId model, const SV::String& instanceKey,
                                                   const SV::String& mainKey, double startTime) {
-    if (instances.contains(mainKey)) {
+    MeroAgentProcessInstance* const process =
+        instances.add(mainKey, instanceKey, model,
+                      startTime == NoStartTime ? MeroAgentProcessInstance::StartNotMeasured : startTime);
+    if (process == nullptr) {
         showDuplicateInstance();
-        return false;
     }
-    auto process = processPool.make(
-        mainKey, model, startTime == NoStartTime ? MeroAgentProcessInstance::StartNotMeasured : startTime);
-    process->addTopInstance(instanceKey, model);
-    instances.add(mainKey, std::move(process));
-    return true;
+    return process != nullptr;
 }
 
 // Preparation

@@ -7,7 +7,8 @@
 #include "component/host/simulation.h"
 
 #include "component/agents/atomar_agent.h"
-#include "component/agents/process_instance.h"
+#include "component/agents/id_filter.h"
+#include "component/agents/live_processes.h"
 
 /// Where a value of an object counts under the result scope.
 enum class MeroPlacement {
@@ -52,8 +53,6 @@ public:
     virtual bool releaseCalendar();
 
 protected:
-    using Instances = MeroKeyedTable<SV::String, MeroProcessInstancePool::Pointer>;
-
     /// Start time handed to `addProcessInstance` by agents that don't measure it.
     static constexpr double NoStartTime = -2.0;
 
@@ -84,6 +83,8 @@ protected:
     int isCoveredWholly(double from, double to, bool& covered);
     /// Makes the calendar of the run from the owner's text. 1, or 6 with its box.
     int makeCalendar();
+    /// Whether the object is among `observedObjects`, as they were when the run was prepared.
+    [[nodiscard]] bool observes(MeroId objectId) const { return observedFilter.contains(objectId); }
     /// Evaluates the owner's object expression into `observedObjects`. 1, or 28 with its box.
     int evaluateObservedObjects();
     /// Switches on the history that the definition names. False, and an internal error, if the set refuses.
@@ -98,10 +99,10 @@ protected:
     virtual void clearRunData() {}
 
     std::unique_ptr<MeroCalendar> calendar;
+    MeroIdFilter observedFilter;
     std::int32_t finishedProcesses = 0;  ///< goes on counting over a restart, unless the agent says otherwise
     bool modelIsEnvironment = false;
-    MeroProcessInstancePool processPool;
-    Instances instances;  ///< by main instance key
+    MeroLiveProcesses instances;  ///< by main instance key
 
 private:
     [[nodiscard]] const char* scopeWord() const;

@@ -25,7 +25,7 @@ void addForRelatedObjects(MeroAgentResultSet& limited, const MeroDoubleResult& r
     const int count = limited.getMode() == ResultModeItemMean ? DivisorRaised : DivisorKept;
     for (const auto& item : result.getItems()) {
         for (const MeroId object : related) {
-            MeroPath path = item->getPath();
+            MeroPath path(item->getPath().begin(), item->getPath().end());
             if (!exchangeMeasuredObject(path, result.getObjectId(), object)) {
                 displayErrorMessage("aeagents", __LINE__);
                 return;

@@ -42,7 +42,20 @@ int MeroMeasuringAgent::processEvent(MeroSimEvent* event) {
         case EventSubProcessEnd:
             return endSubProcess(*event);
         default:
-            return measure(*event);
+            return measuresAt(code) ? measure(*event) : EventHandled;
+    }
+}
+
+void MeroMeasuringAgent::expectEvent(const MeroSimEvent& event) const {
+    const bool opensOrCloses = event.code == EventProcessStart || event.code == EventProcessEnd;
+    if (!opensOrCloses && !measuresAt(event.code)) {
+        return;
+    }
+    SV::String mainKey;
+    event.getMainInstanceKey(&mainKey);
+    instances.prefetch(mainKey);
+    if (opensOrCloses) {
+        instances.prefetchIndex(mainKey);
     }
 }
 
@@ -158,7 +171,8 @@ double MeroMeasuringAgent::abscissaAt(double time) const {
 }
 
 MeroPathView MeroMeasuringAgent::pathOfObject(const MeroAgentSubProcessInstance& instance, MeroId objectId) {
-    pathBuffer = instance.getCallPath();
+    const MeroPathView callPath = instance.getCallPath();
+    pathBuffer.assign(callPath.begin(), callPath.end());
     if (pathBuffer.empty() || pathBuffer.back() != objectId) {
         pathBuffer.push_back(objectId);
     }
@@ -167,7 +181,7 @@ MeroPathView MeroMeasuringAgent::pathOfObject(const MeroAgentSubProcessInstance&
 
 MeroPathView MeroMeasuringAgent::pathFromObject(const MeroAgentSubProcessInstance& instance,
                                                 MeroId objectId) {
-    const MeroPath& callPath = instance.getCallPath();
+    const MeroPathView callPath = instance.getCallPath();
     pathBuffer.clear();
     if (callPath.empty() || callPath.front() != objectId) {
         pathBuffer.push_back(objectId);
@@ -195,6 +209,7 @@ int MeroMeasuringAgent::prepareRun(int analysis) {
             return status;
         }
     }
+    observedFilter.assign(observedObjects);
     runPrepared = true;
     agentState = AgentPrepared;
     return StatusOk;

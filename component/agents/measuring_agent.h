@@ -7,6 +7,7 @@
 class MeroMeasuringAgent : public MeroModelAgent {
 public:
     int processEvent(MeroSimEvent* event) override;
+    void expectEvent(const MeroSimEvent& event) const override;
     int prepareRun(int analysis) override;
 
 protected:
@@ -48,7 +49,9 @@ protected:
     virtual void enterCall(MeroAgentProcessInstance& process, const Call& call) = 0;
     /// After a call has been entered or opened.
     virtual void noteCall([[maybe_unused]] const Call& call) {}
-    /// Any event of a pass.
+    /// Which events of passes the agent measures at.
+    [[nodiscard]] virtual bool measuresAt(std::int32_t code) const = 0;
+    /// One of these events.
     virtual int measure(const MeroSimEvent& event) = 0;
     virtual int endProcess(const MeroSimEvent& event);
     /// Ends the main process if the called one runs the agent's model.

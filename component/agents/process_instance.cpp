@@ -7,41 +7,38 @@
 
 namespace {
 
-/// The path of a call of `model` from an instance with the path `caller`.
-MeroPath pathOfCall(const MeroPath& caller, MeroId model) {
+/// Sets the path of a call of `model` from an instance with the path `caller`.
+void setPathOfCall(MeroCallPath& path, MeroPathView caller, MeroId model) {
     const auto occurrence = std::ranges::find(caller, model);
-    MeroPath path(caller.begin(), occurrence);
+    path.assign({caller.begin(), occurrence});
     if (occurrence == caller.end()) {
         path.push_back(model);
     }
-    return path;
 }
 
 }  // namespace
 
-void MeroAgentProcessInstance::begin(const SV::String& mainKey, MeroId model, double start) {
+void MeroAgentProcessInstance::begin(const SV::String& mainKey, const SV::String& topKey, MeroId model,
+                                     double start) {
     clear();
     key = mainKey;
     modelId = model;
     startTime = start;
+    topInstance.begin(topKey, model, {&model, 1}, nullptr);
 }
 
 void MeroAgentProcessInstance::clear() {
-    paths.clear();
-    instances.clear();
-    top = nullptr;
-    topInstance.reset();
+    key = {};
+    topInstance.clear();
+    instancesByPath.clear();
+    for (auto& [instanceKey, instance] : subInstances) {
+        keepIdle(std::move(instance));
+    }
+    subInstances.clear();
 }
 
 std::optional<double> MeroAgentProcessInstance::getStartTime() const {
     return startTime != StartNotMeasured ? std::optional(startTime) : std::nullopt;
-}
-
-void MeroAgentProcessInstance::addTopInstance(const SV::String& instanceKey, MeroId model) {
-    if (!hasInstance(instanceKey)) {
-        top = &topInstance.emplace(instanceKey, model, MeroPath{model}, nullptr);
-        instances.add(instanceKey, InstancePointer(top, MeroReleaseInstance{.inProcess = true}));
-    }
 }
 
 bool MeroAgentProcessInstance::addSubProcess(const SV::String& instanceKey, const SV::String& callerKey,
@@ -53,19 +50,18 @@ bool MeroAgentProcessInstance::addSubProcess(const SV::String& instanceKey, cons
     if (caller == nullptr) {
         return false;
     }
-    MeroPath path = pathOfCall(caller->getCallPath(), model);
+    MeroCallPath path;
+    setPathOfCall(path, caller->getCallPath(), model);
     MeroAgentSubProcessInstance* collector =
         collecting == MeroCollecting::ByCollectorOfCaller ? &caller->getCollector() : nullptr;
     MeroAgentSubProcessInstance* const samePath = findByPath(path);
     if (samePath != nullptr) {
         collector = &samePath->getCollector();
     }
-    InstancePointer pointer(
-        std::make_unique<MeroAgentSubProcessInstance>(instanceKey, model, std::move(path), collector)
-            .release());
-    auto& made = *instances.add(instanceKey, std::move(pointer));
+    auto& made = *subInstances.add(instanceKey, takeIdleInstance());
+    made.begin(instanceKey, model, path, collector);
     if (samePath == nullptr) {
-        paths.insert(&made);
+        instancesByPath.add({made.getCallPath()}, &made);
     }
     if (!made.isCollected()) {
         caller->getCollector().addChild(made);
@@ -74,11 +70,28 @@ bool MeroAgentProcessInstance::addSubProcess(const SV::String& instanceKey, cons
 }
 
 MeroAgentSubProcessInstance* MeroAgentProcessInstance::findByPath(MeroPathView path) const {
-    if (top != nullptr && std::ranges::equal(top->getCallPath(), path)) {
+    if (std::ranges::equal(topInstance.getCallPath(), path)) {
         return top;
     }
-    const auto found = paths.find(path);
-    return found != paths.end() ? *found : nullptr;
+    auto* const* const found = instancesByPath.find({path});
+    return found != nullptr ? *found : nullptr;
+}
+
+MeroAgentProcessInstance::InstancePointer MeroAgentProcessInstance::takeIdleInstance() {
+    if (idle.empty()) {
+        return std::make_unique<MeroAgentSubProcessInstance>();
+    }
+    InstancePointer instance = std::move(idle.back());
+    idle.pop_back();
+    return instance;
+}
+
+void MeroAgentProcessInstance::keepIdle(InstancePointer instance) {
+    constexpr std::size_t MostIdle = 16;
+    if (idle.size() < MostIdle) {
+        instance->clear();
+        idle.push_back(std::move(instance));
+    }
 }
 
 bool MeroAgentProcessInstance::removeSubProcess(const SV::String& instanceKey, bool hadValues) {
@@ -95,34 +108,31 @@ bool MeroAgentProcessInstance::removeSubProcess(const SV::String& instanceKey, b
         displayErrorMessage("aeagents", __LINE__);
     }
     std::vector<SV::String> collected;
-    for (const auto& [otherKey, other] : instances) {
+    for (const auto& [otherKey, other] : subInstances) {
         if (other.get() != instance && &other->getCollector() == instance) {
             collected.push_back(otherKey);
         }
     }
-    std::ranges::for_each(collected, [this](const SV::String& otherKey) { eraseInstance(otherKey); });
-    eraseInstance(SV::String(instanceKey));
+    std::ranges::for_each(collected, [this](const SV::String& otherKey) { eraseSubInstance(otherKey); });
+    eraseSubInstance(SV::String(instanceKey));
     return true;
 }
 
-void MeroAgentProcessInstance::eraseInstance(const SV::String& instanceKey) {
-    MeroAgentSubProcessInstance* const instance = getInstance(instanceKey);
-    const auto path = paths.find(instance);
-    if (path != paths.end() && *path == instance) {
-        paths.erase(path);
+void MeroAgentProcessInstance::eraseSubInstance(const SV::String& instanceKey) {
+    MeroAgentSubProcessInstance& instance = **subInstances.find(instanceKey);
+    auto* const* const ofPath = instancesByPath.find({instance.getCallPath()});
+    if (ofPath != nullptr && *ofPath == &instance) {
+        instancesByPath.erase({instance.getCallPath()});
     }
-    if (instance == top) {
-        top = nullptr;
-    }
-    instance->releaseChildren();
-    instances.erase(instanceKey);
+    instance.releaseChildren();
+    subInstances.erase(instanceKey);
 }
 
 MeroAgentSubProcessInstance* MeroAgentProcessInstance::getInstance(const SV::String& instanceKey) {
     if (isTop(instanceKey)) {
         return top;
     }
-    auto* const found = instances.find(instanceKey);
+    auto* const found = subInstances.find(instanceKey);
     return found != nullptr ? found->get() : nullptr;
 }
 
@@ -131,9 +141,17 @@ MeroAgentSubProcessInstance* MeroAgentProcessInstance::getCollector(const SV::St
     return instance != nullptr ? &instance->getCollector() : nullptr;
 }
 
-MeroAgentProcessInstance::Instances& MeroAgentProcessInstance::getInstances() {
-    instances.sortBy(std::less<>{});
-    return instances;
+std::span<MeroAgentSubProcessInstance* const> MeroAgentProcessInstance::getInstances() {
+    if (subInstances.empty()) {
+        return {&top, isAlive() ? std::size_t{1} : std::size_t{0}};
+    }
+    ordered.assign(1, top);
+    for (const auto& [instanceKey, instance] : subInstances) {
+        ordered.push_back(instance.get());
+    }
+    std::ranges::sort(ordered, std::less<>{},
+                      [](const auto* instance) -> const SV::String& { return instance->getKey(); });
+    return ordered;
 }
 
 bool MeroAgentProcessInstance::addFirstValue(const SV::String& instanceKey, MeroId objectId, double value,
@@ -164,20 +182,4 @@ MeroAgentObjectValue* MeroAgentProcessInstance::getValue(const SV::String& insta
 std::optional<MeroId> MeroAgentProcessInstance::getInstanceModelId(const SV::String& instanceKey) {
     MeroAgentSubProcessInstance* const collector = getCollector(instanceKey);
     return collector != nullptr ? std::optional(collector->getModelId()) : std::nullopt;
-}
-
-MeroProcessInstancePool::Pointer MeroProcessInstancePool::make(const SV::String& mainKey, MeroId model,
-                                                               double start) {
-    if (idle.empty()) {
-        idle.push_back(std::make_unique<MeroAgentProcessInstance>());
-    }
-    Pointer process(idle.back().release(), GiveBack{this});
-    idle.pop_back();
-    process->begin(mainKey, model, start);
-    return process;
-}
-
-void MeroProcessInstancePool::takeBack(MeroAgentProcessInstance* process) {
-    process->clear();
-    idle.emplace_back(process);
 }

@@ -1,33 +1,20 @@
 #pragma once
 
-#include <algorithm>
 #include <memory>
 #include <optional>
-#include <unordered_set>
+#include <span>
+#include <vector>
 
 #include "component/agents/sub_process_instance.h"
+#include "component/results/keyed_table.h"
 
 /// How the values of a new sub-process are collected.
 enum class MeroCollecting { ByItself, ByCollectorOfCaller };
-
-/// Frees an instance unless it lies in its process, as that of the main process does.
-struct MeroReleaseInstance {
-    bool inProcess = false;
-
-    void operator()(MeroAgentSubProcessInstance* instance) const {
-        if (!inProcess) {
-            std::default_delete<MeroAgentSubProcessInstance>()(instance);
-        }
-    }
-};
 
 /// One live main process with its tree of sub-process instances, from its start to its end. Keys are those
 /// that the engine gives out.
 class MeroAgentProcessInstance {
 public:
-    using InstancePointer = std::unique_ptr<MeroAgentSubProcessInstance, MeroReleaseInstance>;
-    using Instances = MeroKeyedTable<SV::String, InstancePointer, 1>;
-
     /// Start time of a process whose start isn't measured.
     static constexpr double StartNotMeasured = -1.0;
 
@@ -35,9 +22,9 @@ public:
     MeroAgentProcessInstance(const MeroAgentProcessInstance&) = delete;
     MeroAgentProcessInstance& operator=(const MeroAgentProcessInstance&) = delete;
 
-    /// Begins a process, without any instance yet.
-    void begin(const SV::String& mainKey, MeroId model, double start);
-    /// Frees all instances with their values.
+    /// Begins a process with its top instance, that of the main process itself.
+    void begin(const SV::String& mainKey, const SV::String& topKey, MeroId model, double start);
+    /// Lets go of all instances with their values; much of the memory serves the next process.
     void clear();
 
     [[nodiscard]] const SV::String& getKey() const { return key; }
@@ -45,8 +32,6 @@ public:
     /// Start of the process; nothing if it isn't measured.
     [[nodiscard]] std::optional<double> getStartTime() const;
 
-    /// The instance of the main process itself. A key that is there stays as it is.
-    void addTopInstance(const SV::String& instanceKey, MeroId model);
     /// A sub-process, or a pass, under the instance that calls it. A model that stands in the call path
     /// already cuts the path back to the part before it, and equal paths are collected in one place. False if
     /// the caller isn't there; a key that is there stays as it is.
@@ -56,17 +41,18 @@ public:
     /// nowhere; false if it isn't there. Taking out one that has values is an internal error, reported.
     bool removeSubProcess(const SV::String& instanceKey, bool hadValues);
 
-    /// Null before `addTopInstance`.
-    [[nodiscard]] MeroAgentSubProcessInstance* getTopInstance() { return top; }
+    /// From `begin` to `clear`.
+    [[nodiscard]] bool isAlive() const { return topInstance.isAlive(); }
+    [[nodiscard]] const MeroAgentSubProcessInstance& getTopInstance() const { return topInstance; }
     [[nodiscard]] bool hasInstance(const SV::String& instanceKey) const {
-        return instances.contains(instanceKey);
+        return isTop(instanceKey) || subInstances.contains(instanceKey);
     }
     /// Null if there is none.
     [[nodiscard]] MeroAgentSubProcessInstance* getInstance(const SV::String& instanceKey);
     /// Collector of the instance; null if there is none.
     [[nodiscard]] MeroAgentSubProcessInstance* getCollector(const SV::String& instanceKey);
-    /// All instances in the order of their keys.
-    [[nodiscard]] Instances& getInstances();
+    /// All instances in the order of their keys. Valid until the next change.
+    [[nodiscard]] std::span<MeroAgentSubProcessInstance* const> getInstances();
 
     // On the collector of the instance; false or null if the instance isn't there.
 
@@ -76,57 +62,26 @@ public:
     [[nodiscard]] std::optional<MeroId> getInstanceModelId(const SV::String& instanceKey);
 
 private:
-    struct PathHash {
-        using is_transparent = void;
-        std::size_t operator()(MeroPathView path) const { return hashOfPath(path); }
-        std::size_t operator()(const MeroAgentSubProcessInstance* instance) const {
-            return hashOfPath(instance->getCallPath());
-        }
-    };
-    struct PathEqual {
-        using is_transparent = void;
-        static MeroPathView pathOf(MeroPathView path) { return path; }
-        static MeroPathView pathOf(const MeroAgentSubProcessInstance* instance) {
-            return instance->getCallPath();
-        }
-        template <class Left, class Right>
-        bool operator()(const Left& left, const Right& right) const {
-            return std::ranges::equal(pathOf(left), pathOf(right));
-        }
-    };
+    using InstancePointer = std::unique_ptr<MeroAgentSubProcessInstance>;
 
     [[nodiscard]] bool isTop(const SV::String& instanceKey) const {
-        return top != nullptr && top->getKey() == instanceKey;
+        return topInstance.getKey() == instanceKey && isAlive();
     }
     /// Null if no instance has this call path.
     [[nodiscard]] MeroAgentSubProcessInstance* findByPath(MeroPathView path) const;
-    void eraseInstance(const SV::String& instanceKey);
+    [[nodiscard]] InstancePointer takeIdleInstance();
+    void keepIdle(InstancePointer instance);
+    void eraseSubInstance(const SV::String& instanceKey);
 
-    MeroAgentSubProcessInstance* top = nullptr;
-    std::optional<MeroAgentSubProcessInstance> topInstance;
+    // What each event of a pass needs comes first, close together.
     SV::String key;
+    MeroAgentSubProcessInstance topInstance;
+    MeroAgentSubProcessInstance* const top = &topInstance;
     MeroId modelId = MeroNoId;
     double startTime = StartNotMeasured;
-    Instances instances;  ///< the top instance included
+    MeroKeyedTable<SV::String, InstancePointer> subInstances;
     /// One instance for each call path but the top's: all instances of a path have the same collector.
-    std::unordered_set<MeroAgentSubProcessInstance*, PathHash, PathEqual> paths;
-};
-
-/// Keeps the memory of processes that have ended for those that start: a run has many more of them than are
-/// alive at a time. It has to outlive what it makes.
-class MeroProcessInstancePool {
-public:
-    struct GiveBack {
-        MeroProcessInstancePool* pool = nullptr;
-
-        void operator()(MeroAgentProcessInstance* process) const { pool->takeBack(process); }
-    };
-    using Pointer = std::unique_ptr<MeroAgentProcessInstance, GiveBack>;
-
-    [[nodiscard]] Pointer make(const SV::String& mainKey, MeroId model, double start);
-
-private:
-    void takeBack(MeroAgentProcessInstance* process);
-
-    std::vector<std::unique_ptr<MeroAgentProcessInstance>> idle;
+    MeroKeyedTable<MeroPathKey, MeroAgentSubProcessInstance*> instancesByPath;
+    std::vector<MeroAgentSubProcessInstance*> ordered;
+    std::vector<InstancePointer> idle;  ///< of processes that lay here before
 };

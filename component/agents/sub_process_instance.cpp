@@ -2,17 +2,30 @@
 
 #include <algorithm>
 
-MeroAgentSubProcessInstance::MeroAgentSubProcessInstance(SV::String instanceKey, MeroId model, MeroPath path,
-                                                         MeroAgentSubProcessInstance* collectorInstance)
-    : key(std::move(instanceKey)),
-      collector(collectorInstance != nullptr ? collectorInstance : this),
-      modelId(model),
-      callPath(std::move(path)) {}
+void MeroAgentSubProcessInstance::begin(const SV::String& instanceKey, MeroId model, MeroPathView path,
+                                        MeroAgentSubProcessInstance* collectorInstance) {
+    alive = true;
+    key = instanceKey;
+    collected = collectorInstance != nullptr;
+    collector = collectorInstance;
+    modelId = model;
+    callPath.assign(path);
+}
+
+void MeroAgentSubProcessInstance::clear() {
+    alive = false;
+    key = {};
+    parent = nullptr;
+    values.clear();
+    children.clear();
+    firstSumHolds = false;
+    secondSumHolds = false;
+}
 
 MeroAgentObjectValue& MeroAgentSubProcessInstance::valueFor(MeroId objectId) {
     invalidateSums();
     MeroAgentObjectValue* const known = values.find(objectId);
-    return known != nullptr ? *known : values.add(objectId, {});
+    return known != nullptr ? *known : values.add(objectId);
 }
 
 void MeroAgentSubProcessInstance::addFirstValue(MeroId objectId, double value, MeroValueUse use) {
@@ -25,8 +38,8 @@ void MeroAgentSubProcessInstance::addSecondValue(MeroId objectId, double value, 
     target.setSecondValue(use == MeroValueUse::Accumulate ? target.getSecondValue() + value : value);
 }
 
-const MeroAgentSubProcessInstance::Values& MeroAgentSubProcessInstance::getValues() {
-    values.sortBy(isBeforeAsDecimalText);
+const MeroObjectValues& MeroAgentSubProcessInstance::getValues() {
+    values.sort();
     return values;
 }
 
@@ -75,8 +88,8 @@ std::optional<double> MeroAgentSubProcessInstance::sumFirstValues(MeroId objectI
 }
 
 std::optional<double> MeroAgentSubProcessInstance::sumSecondValues(MeroId objectId) {
-    const Values& ordered = getValues();
-    if (isCollected() || (!ordered.empty() && !ordered.begin()->item.hasSecondValue())) {
+    const MeroObjectValues& ordered = getValues();
+    if (isCollected() || (!ordered.empty() && !(*ordered.begin()).value.hasSecondValue())) {
         return std::nullopt;
     }
     if (objectId == MeroNoId && secondSumHolds) {

@@ -5,39 +5,47 @@
 
 #include "component/host/sv_string.h"
 
-#include "component/agents/object_value.h"
-#include "component/results/keyed_table.h"
+#include "component/agents/object_values.h"
 #include "component/results/result_item.h"
+#include "component/results/small_vector.h"
 
 /// Whether a new value adds to the one that is there or takes its place.
 enum class MeroValueUse { Accumulate, Replace };
+
+/// Calls are seldom deep.
+using MeroCallPath = MeroSmallVector<MeroId, 4>;
 
 /// One running process or sub-process of a main process, which is held in this form as well. It collects
 /// values itself, or another instance of the same main process, its collector, does so for it.
 class MeroAgentSubProcessInstance {
 public:
-    /// A process passes a handful of objects, whose values lie in the instance itself.
-    using Values = MeroKeyedTable<MeroId, MeroAgentObjectValue, 6>;
-
-    /// A null `collectorInstance` means that it collects itself.
-    MeroAgentSubProcessInstance(SV::String instanceKey, MeroId model, MeroPath path,
-                                MeroAgentSubProcessInstance* collectorInstance);
+    MeroAgentSubProcessInstance() = default;
     MeroAgentSubProcessInstance(const MeroAgentSubProcessInstance&) = delete;
     MeroAgentSubProcessInstance& operator=(const MeroAgentSubProcessInstance&) = delete;
 
+    /// Begins an instance without values. A null `collectorInstance` means that it collects itself.
+    void begin(const SV::String& instanceKey, MeroId model, MeroPathView path,
+               MeroAgentSubProcessInstance* collectorInstance);
+    /// Lets go of key, values and attached instances; the memory serves the next instance.
+    void clear();
+
+    /// From `begin` to `clear`.
+    [[nodiscard]] bool isAlive() const { return alive; }
     [[nodiscard]] const SV::String& getKey() const { return key; }
     [[nodiscard]] MeroId getModelId() const { return modelId; }
     /// Models from the top of the call chain down to this one.
-    [[nodiscard]] const MeroPath& getCallPath() const { return callPath; }
+    [[nodiscard]] MeroPathView getCallPath() const { return callPath; }
     /// True if another instance collects the values.
-    [[nodiscard]] bool isCollected() const { return collector != this; }
-    [[nodiscard]] MeroAgentSubProcessInstance& getCollector() { return *collector; }
-    [[nodiscard]] const MeroAgentSubProcessInstance& getCollector() const { return *collector; }
+    [[nodiscard]] bool isCollected() const { return collected; }
+    [[nodiscard]] MeroAgentSubProcessInstance& getCollector() { return collected ? *collector : *this; }
+    [[nodiscard]] const MeroAgentSubProcessInstance& getCollector() const {
+        return collected ? *collector : *this;
+    }
 
     void addFirstValue(MeroId objectId, double value, MeroValueUse use);
     void addSecondValue(MeroId objectId, double value, MeroValueUse use);
     /// For reading: the values by object, in the order of the objects' decimal texts.
-    [[nodiscard]] const Values& getValues();
+    [[nodiscard]] const MeroObjectValues& getValues();
     /// For writing; null if there is none.
     [[nodiscard]] MeroAgentObjectValue* getValue(MeroId objectId);
     [[nodiscard]] bool hasValue(MeroId objectId) const { return values.contains(objectId); }
@@ -71,13 +79,15 @@ private:
 
     // What each event of a pass needs comes first, close together.
     SV::String key;
-    MeroAgentSubProcessInstance* collector;
     MeroAgentSubProcessInstance* parent = nullptr;
-    MeroId modelId;
+    MeroId modelId = MeroNoId;
+    bool alive = false;
+    bool collected = false;
     bool firstSumHolds = false;
     bool secondSumHolds = false;
-    Values values;
-    MeroPath callPath;
+    MeroObjectValues values;
+    MeroAgentSubProcessInstance* collector = nullptr;  ///< only if it is collected
+    MeroCallPath callPath;
     std::vector<MeroAgentSubProcessInstance*> children;  ///< in the order of attaching
     double firstSum = 0.0;                               ///< over all objects
     double secondSum = 0.0;

@@ -84,6 +84,11 @@ public:
     /// Called for one event after the other. `event` is the engine's.
     virtual int processEvent(MeroSimEvent* event) = 0;
 
+    /// A host that knows what comes may tell so some events ahead, in the order of sending, for the component
+    /// to ask the memory for what the event will need. Nothing else comes of it, and the event needn't be
+    /// sent after all.
+    virtual void expectEvent([[maybe_unused]] const MeroSimEvent& event) const {}
+
     /// Classes whose objects the component wants to hear of; the engine reads it.
     [[nodiscard]] const ISortedSet<MeroId>& getObservedClassSet() const { return observedClassSet; }
 

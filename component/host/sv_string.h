@@ -94,6 +94,7 @@ public:
     /// Message that the text was made of; 0 for none.
     [[nodiscard]] ResId GetMessage() const noexcept { return ResId(rep != nullptr ? rep->message : 0); }
 
+    /// The same for equal texts in every run.
     [[nodiscard]] std::size_t hash() const noexcept {
         if (rep == nullptr) {
             return 0;

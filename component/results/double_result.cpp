@@ -16,16 +16,14 @@ MeroId MeroAtomarResult::getModelOfObject() const {
 }
 
 MeroDoubleResultItem* MeroDoubleResult::findItem(MeroPathView path) const {
-    const auto hasPath = [path](const MeroDoubleResultItem& item) {
-        return std::ranges::equal(item.getPath(), path);
-    };
+    const auto hasPath = [path](const auto& item) { return std::ranges::equal(item->getPath(), path); };
     if (index.empty()) {
-        const auto found = std::ranges::find_if(items, [&](const auto& item) { return hasPath(*item); });
+        const auto found = std::ranges::find_if(items, hasPath);
         return found != items.end() ? found->get() : nullptr;
     }
-    const auto [first, last] = index.equal_range(hashOfPath(path));
-    const auto found = std::find_if(first, last, [&](const auto& entry) { return hasPath(*entry.second); });
-    return found != last ? found->second : nullptr;
+    const std::size_t position =
+        index.find(hashOfPath(path), [&](std::size_t candidate) { return hasPath(items[candidate]); });
+    return position != MeroPositionIndex::Missing ? items[position].get() : nullptr;
 }
 
 MeroDoubleResultItem& MeroDoubleResult::addToItem(double value, MeroPathView path) {
@@ -35,29 +33,35 @@ MeroDoubleResultItem& MeroDoubleResult::addToItem(double value, MeroPathView pat
                    .emplace_back(std::make_unique<MeroDoubleResultItem>(
                        path, getPathKey(path), mode, mode == ResultModeMean ? &sharedDivisor : nullptr))
                    .get();
-        if (items.size() == LinearLimit + 1) {
-            for (const auto& each : items) {
-                index.emplace(hashOfPath(each->getPath()), each.get());
-            }
-        } else if (items.size() > LinearLimit) {
-            index.emplace(hashOfPath(path), item);
-        }
+        indexNewItem();
     }
     item->add(value);
     return *item;
 }
 
-const std::vector<std::unique_ptr<MeroDoubleResultItem>>& MeroDoubleResult::getItems() const {
-    if (ordered != items.size()) {
-        const auto byKey = [](const auto& left, const auto& right) {
+void MeroDoubleResult::indexNewItem() {
+    if (items.size() <= LinearLimit) {
+        return;
+    }
+    const std::size_t firstNew = index.empty() ? 0 : items.size() - 1;
+    for (std::size_t position = firstNew; position < items.size(); ++position) {
+        index.add(hashOfPath(items[position]->getPath()), position);
+    }
+}
+
+const std::vector<MeroDoubleResultItem*>& MeroDoubleResult::getItems() const {
+    if (ordered.size() != items.size()) {
+        const auto byKey = [](const auto* left, const auto* right) {
             return left->getKey() < right->getKey();
         };
-        const auto behind = items.begin() + static_cast<std::ptrdiff_t>(ordered);
-        std::sort(behind, items.end(), byKey);
-        std::inplace_merge(items.begin(), behind, items.end(), byKey);
-        ordered = items.size();
+        const auto known = static_cast<std::ptrdiff_t>(ordered.size());
+        for (std::size_t position = ordered.size(); position < items.size(); ++position) {
+            ordered.push_back(items[position].get());
+        }
+        std::sort(ordered.begin() + known, ordered.end(), byKey);
+        std::inplace_merge(ordered.begin(), ordered.begin() + known, ordered.end(), byKey);
     }
-    return items;
+    return ordered;
 }
 
 MeroDoubleResultItem* MeroDoubleResult::getNextItem() {
@@ -65,12 +69,12 @@ MeroDoubleResultItem* MeroDoubleResult::getNextItem() {
         cursor = 0;
         return nullptr;
     }
-    return getItems()[cursor++].get();
+    return getItems()[cursor++];
 }
 
 double MeroDoubleResult::getTotal() const {
     double total = 0.0;
-    for (const auto& item : getItems()) {
+    for (const auto* item : getItems()) {
         total += item->getValue();
     }
     return total;

@@ -1,10 +1,9 @@
 #pragma once
 
-#include <functional>
 #include <memory>
-#include <unordered_map>
 #include <vector>
 
+#include "component/results/position_index.h"
 #include "component/results/result_item.h"
 
 /// What was measured on one object.
@@ -37,7 +36,8 @@ public:
     /// Next item of a pass; null at the end, after which a new pass begins.
     MeroDoubleResultItem* getNextItem();
     void rewindCursor() { cursor = 0; }
-    [[nodiscard]] const std::vector<std::unique_ptr<MeroDoubleResultItem>>& getItems() const;
+    /// In the order of their keys; valid until the next one is made.
+    [[nodiscard]] const std::vector<MeroDoubleResultItem*>& getItems() const;
     /// Sum of the values of all items.
     [[nodiscard]] double getTotal() const;
     /// Divisor of every item; only in `ResultModeMean`, but keeping it is always allowed.
@@ -50,14 +50,15 @@ public:
     [[nodiscard]] int getSourceAgentType() const { return sourceAgentType; }
 
 private:
+    void indexNewItem();
+
     /// Up to this many items a search compares the paths; beyond, `index` is used.
     static constexpr std::size_t LinearLimit = 8;
 
-    /// In the order of making until they are read: then new ones are brought into the order of the others.
-    mutable std::vector<std::unique_ptr<MeroDoubleResultItem>> items;
-    mutable std::size_t ordered = 0;  ///< so many at the front are in order
+    std::vector<std::unique_ptr<MeroDoubleResultItem>> items;  ///< in the order of making
+    MeroPositionIndex index;                                   ///< empty while there are few items
+    mutable std::vector<MeroDoubleResultItem*> ordered;        ///< brought up to date when it is read
     MeroSharedDivisor sharedDivisor;
-    std::unordered_multimap<std::size_t, MeroDoubleResultItem*> index;
     std::size_t cursor = 0;
     int mode;
     int sourceAgentType;

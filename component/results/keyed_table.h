@@ -1,7 +1,6 @@
 #pragma once
 
 #include <algorithm>
-#include <bit>
 #include <concepts>
 #include <cstddef>
 #include <cstdint>
@@ -10,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-#include "component/results/small_vector.h"
+#include "component/results/position_index.h"
 
 /// Keys that remember where a table found them last.
 template <class Key>
@@ -21,16 +20,15 @@ concept MeroHintedKey = requires(const Key& key) {
 
 /// Table by key for the hot path: entries lie densely in the order of making, a hash index comes in only when
 /// there are more than a handful, erasing moves the last entry into the gap. Pointers to entries hold until
-/// the next insertion or erasure. Whoever needs an order asks `sortBy` for it. With `InPlace` so many entries
-/// lie in the table itself, which then can't be copied or moved.
-template <class Key, class Item, std::size_t InPlace = 0>
+/// the next insertion or erasure. Whoever needs an order asks `sortBy` for it.
+template <class Key, class Item>
 class MeroKeyedTable {
 public:
     struct Entry {
         Key key;
         Item item;
     };
-    using Entries = std::conditional_t<InPlace == 0, std::vector<Entry>, MeroSmallVector<Entry, InPlace>>;
+    using Entries = std::vector<Entry>;
     using iterator = typename Entries::iterator;
     using const_iterator = typename Entries::const_iterator;
 
@@ -48,10 +46,10 @@ public:
     Item& add(const Key& key, Item item) {
         entries.push_back(Entry{key, std::move(item)});
         leaveHint(entries.size() - 1);
-        if (!slotTable.empty() && entries.size() * 2 <= slotTable.size()) {
-            place(entries.size() - 1);
+        if (!index.empty()) {
+            index.add(hashOf(key), entries.size() - 1);
         } else if (entries.size() > LinearLimit) {
-            rebuildIndex();
+            indexAll();
         }
         return entries.back().item;
     }
@@ -62,13 +60,13 @@ public:
         if (position == Missing) {
             return false;
         }
-        if (!slotTable.empty()) {
-            unplace(position);
-        }
         const std::size_t last = entries.size() - 1;
+        if (!index.empty()) {
+            index.erase(hashOf(key), position);
+        }
         if (position != last) {
-            if (!slotTable.empty()) {
-                slotTable[slotOf(last)].position = static_cast<std::uint32_t>(position + 1);
+            if (!index.empty()) {
+                index.move(hashOf(entries[last].key), last, position);
             }
             entries[position] = std::move(entries[last]);
             leaveHint(position);
@@ -80,7 +78,7 @@ public:
     /// Keeps the memory.
     void clear() {
         entries.clear();
-        std::fill(slotTable.begin(), slotTable.end(), Slot{});
+        index.clear();
     }
 
     /// Brings the entries into the order of `less(key, key)`; costs only a look if they are in order already.
@@ -93,8 +91,8 @@ public:
             return;
         }
         std::sort(entries.begin(), entries.end(), byKey);
-        if (!slotTable.empty()) {
-            rebuildIndex();
+        if (!index.empty()) {
+            indexAll();
         }
     }
 
@@ -106,33 +104,18 @@ public:
     [[nodiscard]] const_iterator end() const { return entries.end(); }
 
 private:
-    static constexpr std::size_t Missing = static_cast<std::size_t>(-1);
-    static constexpr std::size_t LinearLimit = 8;
+    static constexpr std::size_t Missing = MeroPositionIndex::Missing;
+    /// Up to so many entries are searched one by one. Numbers lie side by side, other keys cost a look
+    /// elsewhere each.
+    static constexpr std::size_t LinearLimit = std::is_integral_v<Key> ? 8 : 1;
 
-    /// Place in the index. The hash spares looking at the keys of other entries.
-    struct Slot {
-        std::uint32_t position = 0;  ///< of the entry, plus 1; 0 if the slot is free
-        std::uint32_t hash = 0;
-    };
-
-    /// Fibonacci hashing spreads the hashes of small numbers, which are the numbers themselves.
-    [[nodiscard]] static std::uint64_t spreadHashOf(const Key& key) {
-        return static_cast<std::uint64_t>(std::hash<Key>{}(key)) * 0x9E3779B97F4A7C15ULL;
-    }
-    [[nodiscard]] std::size_t homeOf(std::uint32_t hash) const { return hash >> shift; }
-    [[nodiscard]] static std::uint32_t hashOf(const Key& key) {
-        return static_cast<std::uint32_t>(spreadHashOf(key) >> 32);
-    }
-    [[nodiscard]] std::size_t next(std::size_t slot) const { return (slot + 1) & (slotTable.size() - 1); }
+    [[nodiscard]] static std::size_t hashOf(const Key& key) { return std::hash<Key>{}(key); }
 
     [[nodiscard]] std::size_t positionOf(const Key& key) const {
-        if (slotTable.empty()) {
-            for (std::size_t position = 0; position < entries.size(); ++position) {
-                if (entries[position].key == key) {
-                    return position;
-                }
-            }
-            return Missing;
+        if (index.empty()) {
+            const auto found = std::find_if(entries.begin(), entries.end(),
+                                            [&](const Entry& entry) { return entry.key == key; });
+            return found != entries.end() ? static_cast<std::size_t>(found - entries.begin()) : Missing;
         }
         if constexpr (MeroHintedKey<Key>) {
             return positionByHint(key);
@@ -159,57 +142,17 @@ private:
         }
     }
     [[nodiscard]] std::size_t positionByHash(const Key& key) const {
-        const std::uint32_t hash = hashOf(key);
-        for (std::size_t slot = homeOf(hash); slotTable[slot].position != 0; slot = next(slot)) {
-            if (slotTable[slot].hash == hash && entries[slotTable[slot].position - 1].key == key) {
-                return slotTable[slot].position - 1;
-            }
-        }
-        return Missing;
+        return index.find(hashOf(key), [&](std::size_t position) { return entries[position].key == key; });
     }
-    [[nodiscard]] std::size_t slotOf(std::size_t position) const {
-        std::size_t slot = homeOf(hashOf(entries[position].key));
-        while (slotTable[slot].position != position + 1) {
-            slot = next(slot);
-        }
-        return slot;
-    }
-    void place(std::size_t position) {
-        const std::uint32_t hash = hashOf(entries[position].key);
-        std::size_t slot = homeOf(hash);
-        while (slotTable[slot].position != 0) {
-            slot = next(slot);
-        }
-        slotTable[slot] = {static_cast<std::uint32_t>(position + 1), hash};
-    }
-    /// Closes the gap that the slot of `position` leaves, so that searches need no marks for erased entries.
-    void unplace(std::size_t position) {
-        const std::size_t mask = slotTable.size() - 1;
-        std::size_t gap = slotOf(position);
-        for (std::size_t slot = next(gap); slotTable[slot].position != 0; slot = next(slot)) {
-            const std::size_t home = homeOf(slotTable[slot].hash);
-            if (((slot - home) & mask) >= ((slot - gap) & mask)) {
-                slotTable[gap] = slotTable[slot];
-                gap = slot;
-            }
-        }
-        slotTable[gap] = {};
-    }
-    void rebuildIndex() {
-        const std::size_t wanted = std::bit_ceil(entries.size() * 3);
-        if (slotTable.size() < wanted) {
-            slotTable.resize(wanted);
-            shift = 32 - std::countr_zero(wanted);
-        }
-        std::fill(slotTable.begin(), slotTable.end(), Slot{});
+    void indexAll() {
+        index.clear();
         for (std::size_t position = 0; position < entries.size(); ++position) {
-            place(position);
+            index.add(hashOf(entries[position].key), position);
         }
     }
 
     Entries entries;
-    std::vector<Slot> slotTable;  ///< none while there are few entries, else a power of two
-    int shift = 32;
+    MeroPositionIndex index;  ///< empty while there are few entries
 };
 
 /// Whether `left` comes before `right` as decimal text: shorter texts first, then by bytes.

@@ -18,15 +18,20 @@ SV::String getPathKey(MeroPathView path) {
 }
 
 std::size_t hashOfPath(MeroPathView path) {
-    std::size_t hash = path.size();
-    for (const MeroId id : path) {
-        hash = (hash ^ static_cast<std::uint32_t>(id)) * 0x9E3779B97F4A7C15ULL;
+    if (path.empty()) {
+        return 0;
     }
-    return hash;
+    std::uint64_t hash = path.size();
+    for (const MeroId id : path.first(path.size() - 1)) {
+        hash = (hash ^ static_cast<std::uint32_t>(id)) * 0x9E3779B97F4A7C15ULL;
+        hash ^= hash >> 32;
+    }
+    return hash + static_cast<std::uint32_t>(path.back());
 }
 
-MeroResultItem::MeroResultItem(MeroPathView itemPath, SV::String key)
-    : path(itemPath.begin(), itemPath.end()), pathKey(std::move(key)) {}
+MeroResultItem::MeroResultItem(MeroPathView itemPath, SV::String key) : pathKey(std::move(key)) {
+    path.assign(itemPath);
+}
 
 bool MeroSharedDivisor::change(int change) {
     if (change == DivisorRaised) {

@@ -2,11 +2,14 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <vector>
 
 #include "component/host/sv_string.h"
 #include "component/host/types.h"
+
+#include "component/results/small_vector.h"
 
 /// Identifiers through which an object was reached.
 using MeroPath = std::vector<MeroId>;
@@ -33,9 +36,10 @@ enum MeroDivisorChange : int {
 /// Each identifier in decimal, followed by "@": the order of items is that of these texts.
 [[nodiscard]] SV::String getPathKey(MeroPathView path);
 
+/// Paths to neighbouring objects of a process have neighbouring hashes, which an index keeps together.
 [[nodiscard]] std::size_t hashOfPath(MeroPathView path);
 
-/// For tables by path that are searched without making a path of their own.
+/// For standard tables by path that are searched without making a path of their own.
 struct MeroPathHash {
     using is_transparent = void;
     std::size_t operator()(MeroPathView path) const { return hashOfPath(path); }
@@ -45,17 +49,31 @@ struct MeroPathEqual {
     bool operator()(MeroPathView left, MeroPathView right) const { return std::ranges::equal(left, right); }
 };
 
+/// Path as the key of a table; it has to outlive its entry.
+struct MeroPathKey {
+    MeroPathView path;
+
+    friend bool operator==(MeroPathKey left, MeroPathKey right) {
+        return std::ranges::equal(left.path, right.path);
+    }
+};
+
+template <>
+struct std::hash<MeroPathKey> {
+    std::size_t operator()(MeroPathKey key) const { return hashOfPath(key.path); }
+};
+
 /// One value position of an object: the value for one path.
 class MeroResultItem {
 public:
     MeroResultItem(MeroPathView itemPath, SV::String key);
     virtual ~MeroResultItem() = default;
 
-    [[nodiscard]] const MeroPath& getPath() const { return path; }
+    [[nodiscard]] MeroPathView getPath() const { return path; }
     [[nodiscard]] const SV::String& getKey() const { return pathKey; }
 
 private:
-    MeroPath path;
+    MeroSmallVector<MeroId, 4> path;  ///< calls are seldom deep
     SV::String pathKey;
 };
 

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <utility>
 
 /// Sequence that keeps its first few entries in place, so that small ones cost no allocation and lie beside
@@ -29,6 +30,13 @@ public:
         std::construct_at(entries() + count, std::move(entry));
         ++count;
     }
+    /// Takes the place of what was there.
+    void assign(std::span<const T> others) {
+        clear();
+        for (const T& other : others) {
+            push_back(other);
+        }
+    }
     void pop_back() {
         --count;
         std::destroy_at(entries() + count);
@@ -42,6 +50,8 @@ public:
     [[nodiscard]] T& operator[](std::size_t index) { return entries()[index]; }
     [[nodiscard]] const T& operator[](std::size_t index) const { return entries()[index]; }
     [[nodiscard]] T& back() { return entries()[count - 1]; }
+    [[nodiscard]] T* data() { return entries(); }
+    [[nodiscard]] const T* data() const { return entries(); }
     [[nodiscard]] bool empty() const { return count == 0; }
     [[nodiscard]] std::size_t size() const { return count; }
     [[nodiscard]] iterator begin() { return entries(); }

@@ -207,10 +207,6 @@ void MeroAvgAttributeSumAgent::enterCall(MeroAgentProcessInstance& process, cons
 }
 
 int MeroAvgAttributeSumAgent::measure(const MeroSimEvent& event) {
-    return event.code == EventWorkEnd ? addPass(event) : EventHandled;
-}
-
-int MeroAvgAttributeSumAgent::addPass(const MeroSimEvent& event) {
     MeroId object = MeroNoId;
     event.getObjectId(&object);
     const double* const value = objectValues.find(object);
@@ -264,7 +260,7 @@ void MeroAvgAttributeSumAgent::emitInstance(MeroAgentProcessInstance& process, c
                              .count = finishedProcesses,
                              .sourceAgentType = sourceType});
     };
-    for (auto& [key, instance] : process.getInstances()) {
+    for (MeroAgentSubProcessInstance* const instance : process.getInstances()) {
         const MeroPathView callPath = instance->getCallPath();
         for (const auto& [object, value] : instance->getValues()) {
             add(object, scopeObjects ? pathOfObject(*instance, object) : callPath, value.value, 1);

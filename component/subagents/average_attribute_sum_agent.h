@@ -29,6 +29,7 @@ private:
     int joinObjectsOf(const ISortedSet<MeroId>& calledModels) override;
     int objectsExtended() override;
     void enterCall(MeroAgentProcessInstance& process, const Call& call) override;
+    [[nodiscard]] bool measuresAt(std::int32_t code) const override { return code == EventWorkEnd; }
     int measure(const MeroSimEvent& event) override;
     void emitInstance(MeroAgentProcessInstance& process, const InstanceEnd& end) override;
     void clearRunData() override { objectValues.clear(); }
@@ -37,7 +38,6 @@ private:
     int readValues(const ISortedSet<MeroId>& objects);
     /// A `MeroErrorCode`, after an internal error unless it is 1.
     int readValue(MeroId object, double& value) const;
-    int addPass(const MeroSimEvent& event);
     [[nodiscard]] bool addValue(MeroAgentProcessInstance& process, const SV::String& instanceKey,
                                 MeroId model, MeroId object, double value);
 

@@ -115,11 +115,6 @@ void MeroChangeWorkerAgent::enterCall(MeroAgentProcessInstance& process, const C
 }
 
 int MeroChangeWorkerAgent::measure(const MeroSimEvent& event) {
-    const bool opens = event.code == (observesExecutives ? EventExecutiveAssigned : EventResourceBound);
-    const bool closes = event.code == (observesExecutives ? EventWorkEnd : EventResourceFreed);
-    if (!opens && !closes) {
-        return EventHandled;
-    }
     SV::String mainKey;
     SV::String instanceKey;
     event.getMainInstanceKey(&mainKey);
@@ -131,7 +126,7 @@ int MeroChangeWorkerAgent::measure(const MeroSimEvent& event) {
     if (!isEventRelevant({.instance = true, .calendar = true}, mainKey, instanceKey, MeroNoId, time)) {
         return EventHandled;
     }
-    if (opens) {
+    if (event.code == assigningCode()) {
         assign(event, mainKey, instanceKey);
     } else {
         finishStep(event, mainKey, time);
@@ -170,7 +165,7 @@ void MeroChangeWorkerAgent::finishStep(const MeroSimEvent& event, const SV::Stri
 }
 
 void MeroChangeWorkerAgent::emitInstance(MeroAgentProcessInstance& process, const InstanceEnd& end) {
-    for (auto& [key, instance] : process.getInstances()) {
+    for (MeroAgentSubProcessInstance* const instance : process.getInstances()) {
         if (instance->isCollected()) {
             continue;
         }

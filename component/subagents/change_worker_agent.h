@@ -42,6 +42,15 @@ private:
     int prepareMeasure() override;
     int startProcess(const MeroSimEvent& event) override;
     void enterCall(MeroAgentProcessInstance& process, const Call& call) override;
+    [[nodiscard]] std::int32_t assigningCode() const {
+        return observesExecutives ? EventExecutiveAssigned : EventResourceBound;
+    }
+    [[nodiscard]] std::int32_t finishingCode() const {
+        return observesExecutives ? EventWorkEnd : EventResourceFreed;
+    }
+    [[nodiscard]] bool measuresAt(std::int32_t code) const override {
+        return code == assigningCode() || code == finishingCode();
+    }
     int measure(const MeroSimEvent& event) override;
     void emitInstance(MeroAgentProcessInstance& process, const InstanceEnd& end) override;
     void clearRunData() override { previousExecutives.clear(); }

@@ -94,7 +94,7 @@ void MeroCycleTimeAgent::closeIdleBlock(const SV::String& mainKey) {
     const MeroMainProcessBlock* const block = processBlocks.find(mainKey);
     MeroAgentProcessInstance* const process = findInstance(mainKey);
     if (block != nullptr && block->openCount == 0 && process != nullptr &&
-        !closeBlock(*process, mainKey, process->getTopInstance()->getKey())) {
+        !closeBlock(*process, mainKey, process->getTopInstance().getKey())) {
         instances.erase(mainKey);
     }
 }
@@ -175,9 +175,6 @@ bool MeroCycleTimeAgent::readPass(const MeroSimEvent& event, Pass& pass) {
 }
 
 int MeroCycleTimeAgent::measure(const MeroSimEvent& event) {
-    if (event.code != EventObjectReached && event.code != EventWorkEnd) {
-        return EventHandled;
-    }
     Pass pass;
     if (!readPass(event, pass)) {
         return EventTimeOutOfRange;
@@ -248,7 +245,7 @@ int MeroCycleTimeAgent::endProcess(const MeroSimEvent& event) {
 }
 
 void MeroCycleTimeAgent::emitInstance(MeroAgentProcessInstance& process, const InstanceEnd& end) {
-    for (auto& [key, instance] : process.getInstances()) {
+    for (MeroAgentSubProcessInstance* const instance : process.getInstances()) {
         for (const auto& [object, value] : instance->getValues()) {
             if (scopeObjects && value.getSecondValue() <= 0.0) {
                 abortAgent();

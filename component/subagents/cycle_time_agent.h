@@ -36,6 +36,9 @@ private:
     }
     int startSubProcess(const MeroSimEvent& event) override;
     void enterCall(MeroAgentProcessInstance& process, const Call& call) override;
+    [[nodiscard]] bool measuresAt(std::int32_t code) const override {
+        return code == EventObjectReached || code == EventWorkEnd;
+    }
     int measure(const MeroSimEvent& event) override;
     int endProcess(const MeroSimEvent& event) override;
     int endSubProcess(const MeroSimEvent& event) override;

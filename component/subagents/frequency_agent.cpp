@@ -150,13 +150,9 @@ void MeroFrequencyAgent::enterCall(MeroAgentProcessInstance& process, const Call
 }
 
 int MeroFrequencyAgent::measure(const MeroSimEvent& event) {
-    return event.code == EventWorkStart ? countPass(event) : EventHandled;
-}
-
-int MeroFrequencyAgent::countPass(const MeroSimEvent& event) {
     MeroId object = MeroNoId;
     event.getObjectId(&object);
-    if (!observedObjects.contains(object)) {
+    if (!observes(object)) {
         return EventHandled;
     }
     SV::String mainKey;
@@ -189,7 +185,7 @@ int MeroFrequencyAgent::countPass(const MeroSimEvent& event) {
 // Results
 
 void MeroFrequencyAgent::emitInstance(MeroAgentProcessInstance& process, const InstanceEnd& end) {
-    for (auto& [key, instance] : process.getInstances()) {
+    for (MeroAgentSubProcessInstance* const instance : process.getInstances()) {
         for (const auto& [object, value] : instance->getValues()) {
             const bool counts = !scopeObjects || object == modelId;
             resultSet->addValue({.objectId = object,

@@ -26,10 +26,10 @@ private:
     int objectsExtended() override;
     void enterCall(MeroAgentProcessInstance& process, const Call& call) override;
     void noteCall(const Call& call) override { markExecuted(call.calledModel); }
+    [[nodiscard]] bool measuresAt(std::int32_t code) const override { return code == EventWorkStart; }
     int measure(const MeroSimEvent& event) override;
     void emitInstance(MeroAgentProcessInstance& process, const InstanceEnd& end) override;
 
-    int countPass(const MeroSimEvent& event);
     /// Counts a run of the agent's own model once, however many objects it passes.
     void countOwnModel(MeroAgentSubProcessInstance& collector, MeroId model) const;
     int expectActivities();

@@ -109,9 +109,6 @@ std::optional<double> MeroRefCostAgent::costOf(const Pass& pass) {
 }
 
 int MeroRefCostAgent::measure(const MeroSimEvent& event) {
-    if (!beginsPass(event.code)) {
-        return EventHandled;
-    }
     Pass pass;
     if (!readPass(event, pass)) {
         return EventTimeOutOfRange;
@@ -145,7 +142,7 @@ void MeroRefCostAgent::emitInstance(MeroAgentProcessInstance& process, const Ins
                              .count = finishedProcesses,
                              .sourceAgentType = sourceType});
     };
-    for (auto& [key, instance] : process.getInstances()) {
+    for (MeroAgentSubProcessInstance* const instance : process.getInstances()) {
         for (const auto& [worker, value] : instance->getValues()) {
             add(worker, pathOfWorker(*instance, worker), amountOf(*instance, worker, value.value), 1);
         }

@@ -115,9 +115,6 @@ std::optional<std::int32_t> MeroStrainAgent::availabilityOf(MeroId worker) {
 }
 
 int MeroStrainAgent::measure(const MeroSimEvent& event) {
-    if (!beginsPass(event.code)) {
-        return EventHandled;
-    }
     Pass pass;
     if (!readPass(event, pass)) {
         return EventTimeOutOfRange;
@@ -159,7 +156,7 @@ void MeroStrainAgent::emitInstance(MeroAgentProcessInstance& process, const Inst
                              .count = finishedProcesses,
                              .history = MeroHistoryUse::Left});
     };
-    for (auto& [key, instance] : process.getInstances()) {
+    for (MeroAgentSubProcessInstance* const instance : process.getInstances()) {
         for (const auto& [worker, value] : instance->getValues()) {
             add(worker, pathOfObject(*instance, worker), value.value);
         }
@@ -219,7 +216,7 @@ bool MeroStrainAgent::scaleResults(const MeroResultRequest& request) {
 
 bool MeroStrainAgent::addScaledItem(const MeroDoubleResult& result, const MeroDoubleResultItem& item,
                                     double scaledValue) {
-    MeroPath path = item.getPath();
+    MeroPath path(item.getPath().begin(), item.getPath().end());
     MeroId id = result.getObjectId();
     if (modelIsEnvironment && !path.empty()) {
         id = path.back();

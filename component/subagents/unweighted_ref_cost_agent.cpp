@@ -36,9 +36,6 @@ int MeroUnWeightedRefCostAgent::processEvent(MeroSimEvent* event) {
 }
 
 int MeroUnWeightedRefCostAgent::measure(const MeroSimEvent& event) {
-    if (!beginsPass(event.code)) {
-        return EventHandled;
-    }
     Pass pass;
     if (!readPass(event, pass)) {
         return EventTimeOutOfRange;
@@ -96,7 +93,7 @@ std::optional<bool> MeroUnWeightedRefCostAgent::countsAtEnd(
 }
 
 void MeroUnWeightedRefCostAgent::emitInstance(MeroAgentProcessInstance& process, const InstanceEnd& end) {
-    for (auto& [key, instance] : process.getInstances()) {
+    for (MeroAgentSubProcessInstance* const instance : process.getInstances()) {
         emitValues(*instance, end.abscissa);
         const bool ran = !instance->getCallPath().empty() && executedObjects.contains(instance->getModelId());
         if (!modelIsEnvironment && ran) {
@@ -134,8 +131,7 @@ void MeroUnWeightedRefCostAgent::emitSum(MeroAgentSubProcessInstance& instance, 
 MeroAgentResultSet* MeroUnWeightedRefCostAgent::getResultSet(
     [[maybe_unused]] const MeroResultRequest& request) {
     if (resultSet != nullptr) {
-        instances.sortBy(std::less<>{});
-        for (auto& [key, process] : instances) {
+        for (MeroAgentProcessInstance* const process : instances.inOrderOfKeys()) {
             emitInstance(*process, {modelId, abscissaAt(currentTime)});
         }
     }

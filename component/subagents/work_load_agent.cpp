@@ -94,11 +94,6 @@ std::optional<double> MeroWorkLoadAgent::workedBetween(double from, double to) c
 // Work periods
 
 int MeroWorkLoadAgent::measure(const MeroSimEvent& event) {
-    const bool opens = event.code == EventWorkStart || event.code == EventWorkResumed;
-    const bool closes = event.code == EventWorkSuspended || event.code == EventWorkEnd;
-    if (!opens && !closes) {
-        return EventHandled;
-    }
     Pass pass;
     if (!readPass(event, pass)) {
         return EventTimeOutOfRange;
@@ -110,7 +105,7 @@ int MeroWorkLoadAgent::measure(const MeroSimEvent& event) {
     MeroAgentProcessInstance* const process = findInstance(pass.mainKey);
     if (process == nullptr) {
         abortAgent();
-    } else if (opens) {
+    } else if (opensPeriod(event.code)) {
         openPeriod(*process, pass);
     } else {
         closePeriod(*process, pass);
@@ -172,7 +167,7 @@ void MeroWorkLoadAgent::emitInstance(MeroAgentProcessInstance& process, const In
     // The history of a path that is known already repeats the last new value, and before there is one the
     // bits of the time, which is next to nothing.
     auto lastNewValue = std::bit_cast<double>(static_cast<std::int64_t>(end.abscissa));
-    for (auto& [key, instance] : process.getInstances()) {
+    for (MeroAgentSubProcessInstance* const instance : process.getInstances()) {
         for (const auto& [worker, value] : instance->getValues()) {
             const MeroPathView path = pathOfWork(*instance, worker);
             if (addWorkedTime(path, worker, value.value)) {
@@ -202,7 +197,8 @@ MeroPathView MeroWorkLoadAgent::pathOfWork(const MeroAgentSubProcessInstance& in
     if (!modelIsEnvironment) {
         return pathOfObject(instance, worker);
     }
-    workPath = instance.getCallPath();
+    const MeroPathView callPath = instance.getCallPath();
+    workPath.assign(callPath.begin(), callPath.end());
     workPath.insert(workPath.begin(), worker);
     return workPath;
 }
@@ -261,9 +257,8 @@ bool MeroWorkLoadAgent::bringUpToDate(const SV::String& passKey, OpenPeriod& per
 }
 
 void MeroWorkLoadAgent::collectWorkedTimes() {
-    instances.sortBy(std::less<>{});
-    for (auto& [mainKey, process] : instances) {
-        for (auto& [key, instance] : process->getInstances()) {
+    for (MeroAgentProcessInstance* const process : instances.inOrderOfKeys()) {
+        for (MeroAgentSubProcessInstance* const instance : process->getInstances()) {
             for (const auto& [worker, value] : instance->getValues()) {
                 addWorkedTime(pathOfWork(*instance, worker), worker, value.value);
                 instance->getValue(worker)->value = 0.0;

@@ -55,6 +55,12 @@ private:
     [[nodiscard]] double startTimeAt(double time) const override { return time; }
     void callFailed([[maybe_unused]] const SV::String& mainKey) override { abortAgent(); }
     int prepareMeasure() override;
+    [[nodiscard]] static bool opensPeriod(std::int32_t code) {
+        return code == EventWorkStart || code == EventWorkResumed;
+    }
+    [[nodiscard]] bool measuresAt(std::int32_t code) const override {
+        return opensPeriod(code) || code == EventWorkSuspended || code == EventWorkEnd;
+    }
     int measure(const MeroSimEvent& event) override;
     int endProcess(const MeroSimEvent& event) override;
     void emitInstance(MeroAgentProcessInstance& process, const InstanceEnd& end) override;

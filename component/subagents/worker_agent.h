@@ -48,6 +48,7 @@ protected:
     int checkConfiguration() override;
     int objectsExtended() override;
 
+    [[nodiscard]] bool measuresAt(std::int32_t code) const override { return beginsPass(code); }
     /// False if the time can't be held.
     bool readPass(const MeroSimEvent& event, Pass& pass) const;
     /// Whether the event begins a pass of the kind of worker that the agent observes.

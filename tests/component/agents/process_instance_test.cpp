@@ -14,8 +14,7 @@ class ProcessInstance : public testing::Test {
 protected:
     void SetUp() override {
         mero::InternalErrorLog::GetGlobal().clear();
-        process.begin("top", ModelA, 5.0);
-        process.addTopInstance("top", ModelA);
+        process.begin("top", "top", ModelA, 5.0);
     }
     bool add(const char* key, const char* caller, MeroId model,
              MeroCollecting collecting = MeroCollecting::ByItself) {
@@ -24,7 +23,10 @@ protected:
     void value(const char* key, MeroId object, double amount) {
         EXPECT_TRUE(process.addFirstValue(key, object, amount, MeroValueUse::Accumulate));
     }
-    [[nodiscard]] MeroPath path(const char* key) { return process.getInstance(key)->getCallPath(); }
+    [[nodiscard]] MeroPath path(const char* key) {
+        const MeroPathView callPath = process.getInstance(key)->getCallPath();
+        return {callPath.begin(), callPath.end()};
+    }
     [[nodiscard]] std::optional<double> sum(const char* key, MeroId object = MeroNoId) {
         return process.getInstance(key)->sumFirstValues(object);
     }
@@ -116,8 +118,8 @@ TEST_F(ProcessInstance, WalksInTheOrderOfKeysAndDecimalTexts) {
         value("top", object, 1.0);
     }
     std::vector<SV::String> keys;
-    for (const auto& [key, instance] : process.getInstances()) {
-        keys.push_back(key);
+    for (const auto* const instance : process.getInstances()) {
+        keys.push_back(instance->getKey());
     }
     EXPECT_EQ(keys, (std::vector<SV::String>{"9", "a", "10", "11", "top"}));
     std::vector<MeroId> objects;
@@ -129,7 +131,7 @@ TEST_F(ProcessInstance, WalksInTheOrderOfKeysAndDecimalTexts) {
 
 TEST_F(ProcessInstance, AnUnmeasuredStartIsNone) {
     EXPECT_EQ(process.getStartTime(), 5.0);
-    process.begin("next", ModelB, MeroAgentProcessInstance::StartNotMeasured);
+    process.begin("next", "next", ModelB, MeroAgentProcessInstance::StartNotMeasured);
     EXPECT_EQ(process.getStartTime(), std::nullopt);
     EXPECT_FALSE(process.hasInstance("top")) << "a process that begins anew has nothing of the one before";
 }
