@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <fmt/format.h>
 
-#include "platform/engine/mixing.h"
+#include "platform/toolkit/mixing.h"
 
 namespace mero {
 

@@ -2,32 +2,12 @@
 
 #include <algorithm>
 
-#include "platform/engine/mixing.h"
 #include "platform/repository/library.h"
+#include "platform/toolkit/mixing.h"
 
 namespace mero {
 
 namespace {
-
-std::uint64_t pair(MeroId high, MeroId low) {
-    return (static_cast<std::uint64_t>(static_cast<std::uint32_t>(high)) << 32) |
-           static_cast<std::uint32_t>(low);
-}
-
-/// Odd multipliers, so that each field has a weight of its own and the products don't wait for each other.
-std::uint64_t digest(const SimEvent& event) {
-    const std::uint64_t mainKey = mixText(event.mainKey->view());
-    const std::uint64_t key = event.key == event.mainKey ? mainKey : mixText(event.key->view());
-    return static_cast<std::uint64_t>(event.time) * 0x9E3779B97F4A7C15ULL +
-           static_cast<std::uint64_t>(event.code) * 0xC2B2AE3D27D4EB4FULL +
-           mixBits(pair(event.mainModelId, event.modelId)) * 0x165667B19E3779F9ULL +
-           mixBits(pair(event.calledModelId, event.callingObjectId)) * 0xD6E8FEB86659FD93ULL +
-           mixBits(pair(event.objectId, event.resourceId)) * 0xA0761D6478BD642FULL +
-           mixBits(pair(event.executiveId, event.assignedExecutiveId)) * 0xE7037ED1A0B428DBULL +
-           mainKey * 0x8EBC6AF09C88C6E3ULL + key * 0x589965CC75374CC3ULL +
-           mixText(event.calledKey->view()) * 0x1D8E4E27C47D124FULL +
-           mixText(event.passKey->view()) * 0xEB44ACCAB455D165ULL;
-}
 
 bool observes(const MeroPassiveComponent& component, MeroId classId) {
     const auto& observed = component.getObservedClassSet();
@@ -71,8 +51,20 @@ int ControlComponent::DetachPassiveComponent(MeroPassiveComponent* component) {
     return 1;
 }
 
+void ControlComponent::announce(const SimEvent& event) const {
+    for (const MeroPassiveComponent* const component : components) {
+        if (component != nullptr) {
+            component->expectEvent(event);
+        }
+    }
+}
+
 void ControlComponent::send(SimEvent& event) {
-    count(event);
+    send(event, digestOf(event));
+}
+
+void ControlComponent::send(SimEvent& event, std::uint64_t digest) {
+    count(event, digest);
     sendTo(components, event);
 }
 
@@ -81,7 +73,7 @@ void ControlComponent::sendFiltered(SimEvent& event, ClassSlot slot) {
         send(event);
         return;
     }
-    count(event);
+    count(event, digestOf(event));
     if (!audiencesValid) {
         updateAudiences();
     }
@@ -99,9 +91,9 @@ ControlComponent::ClassSlot ControlComponent::slotOf(MeroId classId) {
     return static_cast<ClassSlot>(audiences.size() - 1);
 }
 
-void ControlComponent::count(const SimEvent& event) {
+void ControlComponent::count(const SimEvent& event, std::uint64_t digest) {
     ++events;
-    fingerprintState = mixBits(fingerprintState + digest(event));
+    fingerprintState = mixBits(fingerprintState + digest);
     if (eventSink != nullptr) {
         eventSink->record(event);
     }

@@ -26,8 +26,12 @@ public:
     /// `sink`, which isn't owned, hears every event from now on; null for none.
     void setSink(EventSink* sink) { eventSink = sink; }
 
+    /// Tells every component that the event comes soon.
+    void announce(const SimEvent& event) const;
     /// To every component.
     void send(SimEvent& event);
+    /// The same with the event's digest, for those who know it.
+    void send(SimEvent& event, std::uint64_t digest);
     /// To the components that observe the class or one of its super classes. Who that is, is looked up once
     /// for each class, so that a class that nobody observes costs nothing but the counting.
     void sendFiltered(SimEvent& event, ClassSlot slot);
@@ -46,7 +50,7 @@ private:
         std::vector<MeroPassiveComponent*> members;
     };
 
-    void count(const SimEvent& event);
+    void count(const SimEvent& event, std::uint64_t digest);
     void updateAudiences();
     void sendTo(const std::vector<MeroPassiveComponent*>& members, SimEvent& event);
     void forgetDetached();

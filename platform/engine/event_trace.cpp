@@ -19,6 +19,7 @@ void EventTrace::append(const SimEvent& event) {
     const std::int32_t mainKey = internKey(*event.mainKey, 0);
     Row row{};
     row.time = event.time;
+    row.digest = digestOf(event);
     row.code = event.code;
     row.place = places.intern({event.mainModelId, mainKey, event.modelId,
                                event.key == event.mainKey ? mainKey : internKey(*event.key, 1)});

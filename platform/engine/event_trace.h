@@ -10,7 +10,7 @@
 
 namespace mero {
 
-/// A whole run in memory. An event takes 32 bytes: what many events share (process instance, executive and
+/// A whole run in memory. An event takes 40 bytes: what many events share (process instance, executive and
 /// resource, called process) is kept once and numbered, as are the keys, so that reading an event makes no
 /// text and equal keys are the same text.
 class EventTrace {
@@ -48,11 +48,14 @@ public:
         event.callingObjectId = call[2];
     }
 
-    /// Asks for what reading the event and looking its keys up will need soon.
-    void prefetch(std::size_t index) const {
+    /// `digestOf` the event, computed when it was appended: a replay needn't look at keys that nobody asks
+    /// for.
+    [[nodiscard]] std::uint64_t digest(std::size_t index) const { return rows[index].digest; }
+
+    /// Asks the memory for the main key of the event, which components look at first.
+    void prefetchKey(std::size_t index) const {
         if (index < rows.size()) {
-            const Place& place = places[rows[index].place];
-            __builtin_prefetch(keyOf(place[1]).GetStr() - 1);
+            __builtin_prefetch(keyOf(places[rows[index].place][1]).GetStr() - 1);
         }
     }
 
@@ -66,6 +69,7 @@ private:
 
     struct Row {
         std::int64_t time;
+        std::uint64_t digest;
         std::int32_t code;
         std::uint32_t place;
         MeroId objectId;

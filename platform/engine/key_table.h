@@ -7,7 +7,7 @@
 
 #include "component/host/sv_string.h"
 
-#include "platform/engine/mixing.h"
+#include "platform/toolkit/mixing.h"
 
 namespace mero {
 

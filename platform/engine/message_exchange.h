@@ -6,8 +6,8 @@
 #include <unordered_map>
 #include <vector>
 
-#include "platform/engine/mixing.h"
 #include "platform/engine/pool.h"
+#include "platform/toolkit/mixing.h"
 
 namespace mero {
 

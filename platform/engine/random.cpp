@@ -3,7 +3,7 @@
 #include <bit>
 #include <cmath>
 
-#include "platform/engine/mixing.h"
+#include "platform/toolkit/mixing.h"
 
 namespace mero {
 

@@ -1,8 +1,8 @@
 #include "platform/engine/simulation.h"
 
-#include "platform/engine/mixing.h"
 #include "platform/engine/path_run.h"
 #include "platform/engine/work_load_run.h"
+#include "platform/toolkit/mixing.h"
 
 namespace mero {
 

@@ -12,6 +12,7 @@
 #include <stdexcept>
 
 #include "platform/resources/messages.h"
+#include "platform/toolkit/mixing.h"
 
 namespace SV {
 
@@ -227,7 +228,7 @@ bool String::IsNumeric() const noexcept {
 }
 
 std::size_t String::computeHash() const noexcept {
-    const std::size_t value = std::hash<std::string_view>{}(view());
+    const std::uint64_t value = mero::mixText(view());
     return value != 0 ? value : 1;
 }
 
