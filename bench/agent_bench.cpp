@@ -20,7 +20,8 @@ void reportEvents(benchmark::State& state, std::size_t events) {
 }
 
 void playAll(benchmark::State& state, const RunShape& shape, int agents, const std::string& keywords = "") {
-    AgentRun run(shape, frequencyAgents(agents, keywords));
+    BenchScenario scenario(shape, frequencyAgents(agents, keywords));
+    AgentRun run(scenario);
     for (auto _ : state) {
         run.play();
     }
@@ -35,7 +36,8 @@ BENCHMARK(FrequencyOfFiveMillionEvents)->Unit(benchmark::kMillisecond);
 
 /// The engine's side alone: the same trace with nobody listening.
 void ReplayWithoutAgents(benchmark::State& state) {
-    AgentRun run({.events = 5'000'000}, "AGENT deactivate");
+    BenchScenario scenario({.events = 5'000'000}, "AGENT deactivate");
+    AgentRun run(scenario);
     for (auto _ : state) {
         run.play();
     }
@@ -44,8 +46,9 @@ void ReplayWithoutAgents(benchmark::State& state) {
 BENCHMARK(ReplayWithoutAgents)->Unit(benchmark::kMillisecond);
 
 void ReplayByLiveInstances(benchmark::State& state) {
-    AgentRun run({.events = 5'000'000, .liveInstances = static_cast<std::size_t>(state.range(0))},
-                 "AGENT deactivate");
+    BenchScenario scenario({.events = 5'000'000, .liveInstances = static_cast<std::size_t>(state.range(0))},
+                           "AGENT deactivate");
+    AgentRun run(scenario);
     for (auto _ : state) {
         run.play();
     }
@@ -53,14 +56,23 @@ void ReplayByLiveInstances(benchmark::State& state) {
 }
 BENCHMARK(ReplayByLiveInstances)->RangeMultiplier(10)->Range(100, 1'000'000)->Unit(benchmark::kMillisecond);
 
-void FrequencyByLiveInstances(benchmark::State& state) {
+RunShape shapeOfLiveInstances(std::size_t count) {
     // Long enough that instances of many generations take turns, whatever their number.
-    constexpr std::size_t EventsOfInstance = 200;
-    const auto live = static_cast<std::size_t>(state.range(0));
-    playAll(state,
-            {.events = std::max<std::size_t>(5'000'000, EventsOfInstance * live), .liveInstances = live}, 1);
+    constexpr std::size_t EventsOfInstance = 100;
+    return {.events = std::max<std::size_t>(5'000'000, EventsOfInstance * count), .liveInstances = count};
+}
+
+void FrequencyByLiveInstances(benchmark::State& state) {
+    playAll(state, shapeOfLiveInstances(static_cast<std::size_t>(state.range(0))), 1);
 }
 BENCHMARK(FrequencyByLiveInstances)->RangeMultiplier(10)->Range(100, 100'000)->Unit(benchmark::kMillisecond);
+
+void GrowthByLiveInstances(benchmark::State& state) {
+    BenchScenario small(shapeOfLiveInstances(100), frequencyAgents(1));
+    BenchScenario large(shapeOfLiveInstances(static_cast<std::size_t>(state.range(0))), frequencyAgents(1));
+    compareRuns(state, small, large);
+}
+BENCHMARK(GrowthByLiveInstances)->Arg(100'000)->Iterations(15)->Unit(benchmark::kMillisecond);
 
 void FrequencyByPassesOfAnInstance(benchmark::State& state) {
     playAll(state,
@@ -99,8 +111,9 @@ void MemoryOfALiveInstance(benchmark::State& state) {
     constexpr std::size_t instances = 20'000;
     constexpr std::size_t stepsToLastObject = 1 + 5 * 3;
     for (auto _ : state) {
-        AgentRun run({.events = instances * stepsToLastObject, .liveInstances = instances},
-                     frequencyAgents(1));
+        BenchScenario scenario({.events = instances * stepsToLastObject, .liveInstances = instances},
+                               frequencyAgents(1));
+        AgentRun run(scenario);
         const std::size_t before = allocatedBytes();
         run.playFirst(run.size());
         state.counters["bytes"] = static_cast<double>(allocatedBytes() - before) / instances;
@@ -113,7 +126,9 @@ void MemoryOfAHistoryReading(benchmark::State& state) {
     constexpr std::size_t events = 1'700'000;
     constexpr double readings = events / 17.0 * 6.0;
     for (auto _ : state) {
-        AgentRun run({.events = events, .liveInstances = 10, .passes = 1}, frequencyAgents(1, "history-mem"));
+        BenchScenario scenario({.events = events, .liveInstances = 10, .passes = 1},
+                               frequencyAgents(1, "history-mem"));
+        AgentRun run(scenario);
         const std::size_t before = allocatedBytes();
         run.playFirst(run.size());
         state.counters["bytes"] = static_cast<double>(allocatedBytes() - before) / readings;

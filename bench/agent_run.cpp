@@ -1,7 +1,10 @@
 #include "bench/agent_run.h"
 
+#include <algorithm>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <limits>
 #include <span>
 #include <vector>
 
@@ -154,19 +157,46 @@ void sendCode(mero::ControlComponent& control, std::int32_t code, std::int64_t t
     control.send(event);
 }
 
+/// Of a second run: the first one makes the agents' memory.
+double nanosecondsOfAnEvent(BenchScenario& scenario) {
+    AgentRun run(scenario);
+    run.play();
+    const auto start = std::chrono::steady_clock::now();
+    run.play();
+    const std::chrono::duration<double, std::nano> taken = std::chrono::steady_clock::now() - start;
+    return taken.count() / static_cast<double>(run.size());
+}
+
 }  // namespace
 
-AgentRun::AgentRun(const RunShape& shape, const std::string& definition) {
-    const BenchModel model = makeModel(repository, shape, definition);
-    services = std::make_unique<mero::RepositoryServices>(repository);
-    management = std::make_unique<MeroAgentManagement>();
-    trace = makeTrace(shape, model);
-    const auto& library = repository.library();
+void compareRuns(benchmark::State& state, BenchScenario& small, BenchScenario& large) {
+    double ofSmall = std::numeric_limits<double>::max();
+    double ofLarge = ofSmall;
+    for (auto _ : state) {
+        ofSmall = std::min(ofSmall, nanosecondsOfAnEvent(small));
+        ofLarge = std::min(ofLarge, nanosecondsOfAnEvent(large));
+    }
+    state.counters["small_ns"] = ofSmall;
+    state.counters["large_ns"] = ofLarge;
+    state.counters["growth"] = ofLarge / ofSmall;
+}
+
+BenchScenario::BenchScenario(const RunShape& shape, const std::string& definition)
+    : analysis(shape.analysis) {
+    const BenchModel made = makeModel(repository, shape, definition);
+    model = made.model;
+    environment = made.environment;
+    trace = makeTrace(shape, made);
+}
+
+AgentRun::AgentRun(BenchScenario& played)
+    : scenario(played), services(played.repository), management(std::make_unique<MeroAgentManagement>()) {
+    const auto& library = scenario.repository.library();
     const ISequence<MeroId> attributes{
         library.findAttribute(library.coreVariable(CoreActivity), "Execution time")->id, 0, 0, 0};
     const SV::DateTime start(SV::Date(5, 1, 2026), SV::Time(0, 0));
-    if (management->simStart(shape.analysis, &control, attributes, {model.model}, model.environment, &start,
-                             365.0, 24.0) != StatusOk) {
+    if (management->simStart(scenario.analysis, &control, attributes, {scenario.model}, scenario.environment,
+                             &start, 365.0, 24.0) != StatusOk) {
         std::fputs("the run of the benchmark doesn't start\n", stderr);
         std::abort();
     }
@@ -182,8 +212,8 @@ void AgentRun::play() {
     }
     wasPlayed = true;
     sendCode(control, EventRunStart);
-    mero::replayTrace(trace, control);
-    sendCode(control, EventRunEnd, timeOf(trace.size()));
+    mero::replayTrace(scenario.trace, control);
+    sendCode(control, EventRunEnd, timeOf(scenario.trace.size()));
 }
 
 std::size_t AgentRun::readResults() {
@@ -202,7 +232,7 @@ void AgentRun::playFirst(std::size_t count) {
     sendCode(control, EventRunStart);
     mero::SimEvent event;
     for (std::size_t index = 0; index < count; ++index) {
-        trace.read(index, event);
+        scenario.trace.read(index, event);
         control.send(event);
     }
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <benchmark/benchmark.h>
 #include <memory>
 #include <string>
 
@@ -23,11 +24,23 @@ struct RunShape {
     std::size_t workers = 0;
 };
 
-/// A repository with one process of tasks and an agent on it, and a working environment, in one run.
+/// A repository with one process of tasks and an agent on it, and a working environment; and the events of a
+/// run.
+struct BenchScenario {
+    /// `definition`: text of the process agent, "AGENT" included.
+    BenchScenario(const RunShape& shape, const std::string& definition);
+
+    mero::Repository repository;
+    MeroId model = MeroNoId;
+    MeroId environment = MeroNoId;
+    int analysis;
+    mero::EventTrace trace;
+};
+
+/// A run of a scenario, which isn't owned; one at a time.
 class AgentRun {
 public:
-    /// `definition`: text of the process agent, "AGENT" included.
-    AgentRun(const RunShape& shape, const std::string& definition);
+    explicit AgentRun(BenchScenario& played);
     AgentRun(const AgentRun&) = delete;
     AgentRun& operator=(const AgentRun&) = delete;
     ~AgentRun();
@@ -38,13 +51,16 @@ public:
     std::size_t readResults();
     /// Plays the first `count` events behind the start of the run.
     void playFirst(std::size_t count);
-    [[nodiscard]] std::size_t size() const { return trace.size(); }
+    [[nodiscard]] std::size_t size() const { return scenario.trace.size(); }
 
 private:
-    mero::Repository repository;
-    std::unique_ptr<mero::RepositoryServices> services;
+    BenchScenario& scenario;
+    mero::RepositoryServices services;
     std::unique_ptr<MeroAgentManagement> management;
     mero::ControlComponent control;
-    mero::EventTrace trace;
     bool wasPlayed = false;
 };
+
+/// Plays two scenarios in turn, so that a machine that is faster at times is so for both. Reports the
+/// nanoseconds of an event in each and how many times as much the larger takes, each at its best.
+void compareRuns(benchmark::State& state, BenchScenario& small, BenchScenario& large);

@@ -51,7 +51,8 @@ std::string definitionOfAll() {
 }
 
 void play(benchmark::State& state, const RunShape& shape, const std::string& definition) {
-    AgentRun run(shape, definition);
+    BenchScenario scenario(shape, definition);
+    AgentRun run(scenario);
     for (auto _ : state) {
         run.play();
         if (run.readResults() == 0) {
@@ -67,21 +68,23 @@ void AllMeasures(benchmark::State& state) {
 }
 BENCHMARK(AllMeasures)->ArgName("analysis")->DenseRange(1, 3)->Unit(benchmark::kMillisecond);
 
-/// One measure by the size of one thing, from a thousand to a million.
+/// One measure by the size of one thing: a thousand and a million.
 void addSizes(const Measure& measure) {
     const auto add = [&](const char* what, auto&& shapeOf) {
         benchmark::RegisterBenchmark((std::string(measure.name) + "/" + what).c_str(),
                                      [measure, shapeOf](benchmark::State& state) {
-                                         RunShape shape = shapeOf(static_cast<std::size_t>(state.range(0)));
-                                         shape.analysis = measure.analysis;
-                                         shape.workers = 50;
-                                         play(state, shape, definitionOf(measure));
+                                         const auto shapeOfRun = [&](std::size_t count) {
+                                             RunShape shape = shapeOf(count);
+                                             shape.analysis = measure.analysis;
+                                             shape.workers = 50;
+                                             return shape;
+                                         };
+                                         BenchScenario small(shapeOfRun(1'000), definitionOf(measure));
+                                         BenchScenario large(shapeOfRun(1'000'000), definitionOf(measure));
+                                         compareRuns(state, small, large);
                                      })
             ->Unit(benchmark::kMillisecond)
-            ->Iterations(2)
-            ->Arg(1'000)
-            ->Arg(31'000)
-            ->Arg(1'000'000);
+            ->Iterations(5);
     };
     static constexpr std::size_t Events = 5'000'000;
     static constexpr std::size_t EventsOfPass = 4;
