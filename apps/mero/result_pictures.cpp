@@ -23,10 +23,10 @@ constexpr int KindTime = 2;
 /// Names of files: what shells and file systems might take for something else becomes a dash.
 class PictureNames {
 public:
-    std::string take(const std::string& wanted) {
-        constexpr std::size_t LongestName = 100;
+    /// A name made of both, each cut if it is long.
+    std::string take(const std::string& wanted, const std::string& kind) {
         std::string name;
-        for (const char letter : wanted.substr(0, LongestName)) {
+        for (const char letter : shortened(wanted) + "-" + shortened(kind)) {
             const auto byte = static_cast<unsigned char>(letter);
             const bool isPlain = byte >= 0x80 || std::isalnum(byte) != 0 || letter == '_' || letter == '.';
             name += isPlain ? letter : '-';
@@ -41,6 +41,19 @@ public:
     }
 
 private:
+    /// Ends between two characters.
+    static std::string shortened(const std::string& text) {
+        constexpr std::size_t LongestPart = 100;
+        const auto continuesCharacter = [&](std::size_t position) {
+            return (static_cast<unsigned char>(text[position]) & 0xC0U) == 0x80U;
+        };
+        std::size_t length = std::min(text.size(), LongestPart);
+        while (length < text.size() && length > 0 && continuesCharacter(length)) {
+            --length;
+        }
+        return text.substr(0, length);
+    }
+
     std::set<std::string> taken;
 };
 
@@ -143,7 +156,7 @@ private:
                              run.title + "   " + contextLine(table, run), unitOf(shown.unit), run.daysPerYear,
                              run.hoursPerDay};
         pictures.push_back(
-            {{names.take(name + "-bars"), barsOf(caption, shown.measure, values)}, caption.title, number});
+            {{names.take(name, "bars"), barsOf(caption, shown.measure, values)}, caption.title, number});
         MeasureOverlay overlay{table.agent.text,
                                shown.measure,
                                caption.unit,
@@ -174,7 +187,7 @@ private:
         countFlows(process.diagram, executions);
         const std::string title =
             fmt::format("{}: {} ({})", overlay.agent, overlay.measure, process.diagram.name);
-        const std::string file = names.take(name + "-" + process.diagram.name);
+        const std::string file = names.take(name, process.diagram.name);
         process.measure = std::move(overlay);
         pictures.push_back({{file, std::move(process)}, title, number});
     }
@@ -251,7 +264,7 @@ std::vector<ResultPicture> historiesOf(const ResultDocument& document, const Run
                 readings[reading.object].push_back({reading.time, reading.value});
             }
             const std::string title = fmt::format("{}: history of {}", agent.name.text, subAgent.name);
-            const std::string file = names.take(agent.name.text + "-" + subAgent.name + "-history");
+            const std::string file = names.take(agent.name.text + "-" + subAgent.name, "history");
             pictures.push_back(
                 {{file, curvesOf(captionOf(title, *subAgent.resultSet, run), abscissa, readings)}, title});
         }
@@ -291,7 +304,7 @@ std::vector<ResultPicture> chartsOf(const ResultDocument& document, const RunDes
                 values.push_back(std::move(value));
             }
             const std::string title = agent.name.text + ": " + subAgent.name;
-            const std::string file = names.take(agent.name.text + "-" + subAgent.name + "-bars");
+            const std::string file = names.take(agent.name.text + "-" + subAgent.name, "bars");
             pictures.push_back(
                 {{file, barsOf(captionOf(title, *subAgent.resultSet, run), subAgent.name, std::move(values))},
                  title});

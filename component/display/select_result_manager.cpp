@@ -95,6 +95,10 @@ MeroSelectResultManager::MeroSelectResultManager(SV::Window* parent, const ISort
 MeroSelectResultManager::~MeroSelectResultManager() {
     scale.frequency = frequencyField.GetValue();
     rememberResultScale(scale);
+    closeResultWindows();
+}
+
+void MeroSelectResultManager::closeResultWindows() {
     for (const MeroId agentId : agents) {
         if (MeroSuperAgent* const agent = findAgent(agentId)) {
             agent->closeResultWindows();
@@ -376,11 +380,7 @@ bool MeroSelectResultManager::Close() {
     if (!canClose) {
         return false;
     }
-    for (const MeroId agentId : agents) {
-        if (MeroSuperAgent* const agent = findAgent(agentId)) {
-            agent->closeResultWindows();
-        }
-    }
+    closeResultWindows();
     EndDialog(SV::DialogOk);
     return true;
 }

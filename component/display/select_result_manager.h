@@ -73,6 +73,7 @@ private:
 
     void showScale();
     void fillPopup(SV::PopupMenu& menu) const;
+    void closeResultWindows();
     void changeScope();
     void changePeriod();
     [[nodiscard]] SV::String getTitle(bool isScaled) const;

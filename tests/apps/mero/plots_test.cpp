@@ -136,6 +136,24 @@ TEST(ResultPictures, PathsToAnObjectAddUpAndOtherStatisticsStayOut) {
     EXPECT_EQ(process.measure.values, (std::map<MeroId, double>{{check, 3.5}}));
 }
 
+TEST(ResultPictures, LongNamesAreCutBetweenCharactersAndKeepWhatTheyShow) {
+    std::string longName = "x";
+    for (int count = 0; count < 100; ++count) {
+        longName += "\u00e4";
+    }
+    ResultDocument document;
+    document.analysis = 1;
+    ResultSetDocument set;
+    set.history = {{"Check", 1.0, 2.0}};
+    document.agents.push_back({{longName, MeroNoId}, "Order", 1, 1.0, {{"F", "FREQUENCY", 5, 0, set}}});
+    document.agents.push_back(document.agents.front());
+    const auto pictures = historiesOf(document, RunDescription{});
+    ASSERT_EQ(pictures.size(), 2U);
+    const std::string cut = longName.substr(0, 99);
+    EXPECT_EQ(pictures[0].picture.name, cut + "-history");
+    EXPECT_EQ(pictures[1].picture.name, cut + "-history-2");
+}
+
 TEST(ResultPictures, LongHistoriesAreThinnedAndKeepTheirExtremes) {
     ResultDocument document;
     document.analysis = 1;
