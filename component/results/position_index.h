@@ -86,8 +86,8 @@ private:
     /// The hash of a number is the number, and objects of a process have neighbouring numbers: those of a
     /// block stay together in memory, while the blocks are spread by Fibonacci hashing.
     [[nodiscard]] std::size_t homeOf(std::uint32_t tag) const {
-        const std::uint64_t spread = (tag / BlockSize) * 0x9E3779B1U;
-        return (spread >> shift) * BlockSize + tag % BlockSize;
+        const std::uint32_t spread = (tag / BlockSize) * 0x9E3779B1U;
+        return (std::uint64_t{spread} >> shift) * BlockSize + tag % BlockSize;
     }
     [[nodiscard]] std::size_t next(std::size_t cell) const { return (cell + 1) & (cells.size() - 1); }
     [[nodiscard]] std::size_t cellOf(std::size_t hash, std::size_t position) const {
