@@ -19,7 +19,11 @@ public:
             leaving[edge.from].push_back(&edge);
             entering[edge.to].push_back(&edge);
         }
-        findInterruptible();
+        for (const DiagramShape& shape : diagram.shapes) {
+            if (shape.isBoundary()) {
+                interruptible.insert(shape.host);
+            }
+        }
     }
 
     void count() {
@@ -74,19 +78,8 @@ private:
             return;
         }
         balance(in, passes);
-        if (!isInterruptible && !(shape.isBoundary && !executions.contains(shape.object))) {
+        if (!isInterruptible && !(shape.isBoundary() && !executions.contains(shape.object))) {
             setAll(out, *passes);
-        }
-    }
-
-    /// Shapes on which a boundary event hangs, which may lead tokens away.
-    void findInterruptible() {
-        for (const DiagramShape& event : diagram.shapes) {
-            for (const DiagramShape& host : diagram.shapes) {
-                if (event.isBoundary && !host.isBoundary && host.bounds.overlaps(event.bounds)) {
-                    interruptible.insert(host.object);
-                }
-            }
         }
     }
 
@@ -138,7 +131,7 @@ private:
     const std::map<MeroId, double>& executions;
     std::unordered_map<MeroId, Edges> leaving;
     std::unordered_map<MeroId, Edges> entering;
-    std::unordered_set<MeroId> interruptible;
+    std::unordered_set<MeroId> interruptible;  ///< a boundary event may lead tokens away
     bool hasChanged = false;
 };
 

@@ -27,8 +27,13 @@ bool isPlaced(const DiagramShape& shape) {
 
 class MissingPlacer {
 public:
-    MissingPlacer(ProcessDiagram& unfinished, const std::map<MeroId, MeroId>& knownHosts)
-        : diagram(unfinished), hosts(knownHosts) {}
+    explicit MissingPlacer(ProcessDiagram& unfinished) : diagram(unfinished) {
+        for (const DiagramShape& shape : diagram.shapes) {
+            if (shape.isBoundary()) {
+                hosts.emplace(shape.object, shape.host);
+            }
+        }
+    }
 
     void place() {
         dropMeaninglessSwimlanes();
@@ -63,7 +68,7 @@ private:
     void dropMeaninglessSwimlanes() {
         const bool isDrawn =
             std::any_of(diagram.shapes.begin(), diagram.shapes.end(), [](const DiagramShape& shape) {
-                return !isSwimlane(shape.kind) && !shape.isBoundary && isPlaced(shape);
+                return !isSwimlane(shape.kind) && !shape.isBoundary() && isPlaced(shape);
             });
         std::erase_if(diagram.shapes, [&](const DiagramShape& shape) {
             return isSwimlane(shape.kind) && (!isDrawn || !isPlaced(shape));
@@ -207,7 +212,7 @@ private:
     }
 
     ProcessDiagram& diagram;
-    const std::map<MeroId, MeroId>& hosts;
+    std::map<MeroId, MeroId> hosts;  ///< of boundary events
     std::map<MeroId, std::size_t> index;
     std::vector<MeroId> missing;
     std::map<MeroId, std::size_t> numbers;  ///< of what is laid out
@@ -217,8 +222,8 @@ private:
 
 }  // namespace
 
-void placeMissing(ProcessDiagram& diagram, const std::map<MeroId, MeroId>& hosts) {
-    MissingPlacer(diagram, hosts).place();
+void placeMissing(ProcessDiagram& diagram) {
+    MissingPlacer(diagram).place();
 }
 
 }  // namespace mero

@@ -98,7 +98,7 @@ public:
         for (const MeroId id : model.relations) {
             readRelation(*repository.findRelation(id));
         }
-        placeMissing(diagram, hosts);
+        placeMissing(diagram);
         showContents();
         sortByDepth();
         measure();
@@ -145,8 +145,7 @@ private:
             return;
         }
         if (name == "Attached to") {
-            diagram.shapes[from->second].isBoundary = true;
-            hosts[relation.from] = relation.to;
+            diagram.shapes[from->second].host = relation.to;
         } else if (name == "Sequence flow") {
             DiagramEdge edge{relation.id, relation.from, relation.to, {}, {}, false};
             edge.points = readWaypoints(repository.textOf(relation, "Waypoints").view());
@@ -189,7 +188,7 @@ private:
         for (const MeroId id : called.relations) {
             inner.readRelation(*repository.findRelation(id));
         }
-        placeMissing(inner.diagram, inner.hosts);
+        placeMissing(inner.diagram);
         diagram.shapes[call].isExpanded = true;
         diagram.shapes.insert(diagram.shapes.end(), content.begin(), content.end());
         diagram.edges.insert(diagram.edges.end(), inner.diagram.edges.begin(), inner.diagram.edges.end());
@@ -200,7 +199,7 @@ private:
             if (isSwimlane(shape.kind)) {
                 return shape.kind == ShapeKind::Pool ? 0 : 1;
             }
-            return shape.isExpanded ? 2 : shape.isBoundary ? 4 : 3;
+            return shape.isExpanded ? 2 : shape.isBoundary() ? 4 : 3;
         };
         const auto area = [](const DiagramShape& shape) { return shape.bounds.width * shape.bounds.height; };
         std::stable_sort(diagram.shapes.begin(), diagram.shapes.end(),
@@ -229,7 +228,6 @@ private:
     const Model& model;
     ProcessDiagram diagram;
     std::unordered_map<MeroId, std::size_t> index;  ///< of shapes, before they are sorted
-    std::map<MeroId, MeroId> hosts;                 ///< of boundary events
 };
 
 }  // namespace

@@ -41,13 +41,15 @@ struct DiagramShape {
     MeroId object = MeroNoId;
     ShapeKind kind = ShapeKind::Activity;
     DrawRect bounds;
-    std::string label;   ///< empty for gateways and events without a name of their own
-    std::string marker;  ///< BPMN word of what is special: "userTask", "timer", "terminate"; may be empty
-    std::string loop;    ///< "standard", "parallel", "sequential"; empty for none
-    bool isBoundary = false;
+    std::string label;       ///< empty for gateways and events without a name of their own
+    std::string marker;      ///< BPMN word of what is special: "userTask", "timer", "terminate"; may be empty
+    std::string loop;        ///< "standard", "parallel", "sequential"; empty for none
+    MeroId host = MeroNoId;  ///< object on whose border a boundary event lies
     bool isInterrupting = true;
     bool isThrowing = false;  ///< an event that sends rather than waits
     bool isExpanded = false;  ///< shapes of the called model lie inside
+
+    [[nodiscard]] bool isBoundary() const { return host != MeroNoId; }
 };
 
 /// One sequence flow, drawn from the border of a shape to that of another.

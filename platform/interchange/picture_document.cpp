@@ -41,11 +41,16 @@ Json jsonOf(const DrawRect& rect) {
 }
 
 Json jsonOf(const DiagramShape& shape) {
-    return {{"object", shape.object},         {"kind", ShapeWords.at(static_cast<std::size_t>(shape.kind))},
-            {"bounds", jsonOf(shape.bounds)}, {"label", shape.label},
-            {"marker", shape.marker},         {"loop", shape.loop},
-            {"boundary", shape.isBoundary},   {"interrupting", shape.isInterrupting},
-            {"throwing", shape.isThrowing},   {"expanded", shape.isExpanded}};
+    return {{"object", shape.object},
+            {"kind", ShapeWords.at(static_cast<std::size_t>(shape.kind))},
+            {"bounds", jsonOf(shape.bounds)},
+            {"label", shape.label},
+            {"marker", shape.marker},
+            {"loop", shape.loop},
+            {"host", shape.host},
+            {"interrupting", shape.isInterrupting},
+            {"throwing", shape.isThrowing},
+            {"expanded", shape.isExpanded}};
 }
 
 Json jsonOf(const DiagramEdge& edge) {
@@ -164,7 +169,7 @@ DiagramShape shapeOf(const DocumentNode& node) {
     shape.label = node.at("label").text();
     shape.marker = node.at("marker").text();
     shape.loop = node.at("loop").text();
-    shape.isBoundary = node.at("boundary").flag();
+    shape.host = node.at("host").integer();
     shape.isInterrupting = node.at("interrupting").flag();
     shape.isThrowing = node.at("throwing").flag();
     shape.isExpanded = node.at("expanded").flag();

@@ -71,7 +71,7 @@ TEST(FlowCounts, NothingFollowsForRepeatedAndInterruptedActivities) {
     DiagramShape timer;
     timer.object = 9;
     timer.kind = ShapeKind::IntermediateEvent;
-    timer.isBoundary = true;
+    timer.host = 2;
     timer.bounds = {diagram.shapes[1].bounds.x + 50, 64, 32, 32};
     diagram.shapes.push_back(timer);
     EXPECT_EQ(countsOf(diagram, {{2, 30.0}}), (std::vector<double>{30, -1}));

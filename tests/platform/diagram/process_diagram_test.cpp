@@ -102,7 +102,8 @@ TEST(ProcessDiagram, RealFilesWithoutADrawingAreLaidOutWithoutOverlap) {
             expectWholeDrawing(diagram, repository, model);
             for (const DiagramShape& left : diagram.shapes) {
                 for (const DiagramShape& right : diagram.shapes) {
-                    const bool mayTouch = left.isBoundary || right.isBoundary || left.object == right.object;
+                    const bool mayTouch =
+                        left.isBoundary() || right.isBoundary() || left.object == right.object;
                     EXPECT_TRUE(mayTouch || !left.bounds.overlaps(right.bounds))
                         << left.label << " and " << right.label;
                 }
@@ -155,7 +156,7 @@ TEST(ProcessDiagram, ADrawingHasPoolsLanesOpenSubProcessesAndPlacesForWhatIsMiss
     EXPECT_EQ(shape("Wrap").bounds, (DrawRect{450, 80, 100, 80}));
     EXPECT_GT(shape("Forgotten").bounds.y, 300.0);
     const DiagramShape& timer = diagram.shapes.back();
-    EXPECT_TRUE(timer.isBoundary);
+    EXPECT_TRUE(timer.isBoundary());
     EXPECT_EQ(timer.marker, "timer");
     EXPECT_EQ(timer.bounds.centre().y, shape("Check").bounds.bottom());
     EXPECT_EQ(diagram.edges[0].label, "yes");
