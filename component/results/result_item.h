@@ -39,16 +39,6 @@ enum MeroDivisorChange : int {
 /// Paths to neighbouring objects of a process have neighbouring hashes, which an index keeps together.
 [[nodiscard]] std::size_t hashOfPath(MeroPathView path);
 
-/// For standard tables by path that are searched without making a path of their own.
-struct MeroPathHash {
-    using is_transparent = void;
-    std::size_t operator()(MeroPathView path) const { return hashOfPath(path); }
-};
-struct MeroPathEqual {
-    using is_transparent = void;
-    bool operator()(MeroPathView left, MeroPathView right) const { return std::ranges::equal(left, right); }
-};
-
 /// Path as the key of a table; it has to outlive its entry.
 struct MeroPathKey {
     MeroPathView path;

@@ -204,12 +204,13 @@ MeroPathView MeroWorkLoadAgent::pathOfWork(const MeroAgentSubProcessInstance& in
 }
 
 bool MeroWorkLoadAgent::addWorkedTime(MeroPathView path, MeroId worker, double seconds) {
-    const auto known = accumulated.find(path);
-    if (known != accumulated.end()) {
-        known->second.seconds += seconds;
+    if (WorkedTime* const known = accumulated.find({path})) {
+        known->seconds += seconds;
         return false;
     }
-    accumulated.emplace(MeroPath(path.begin(), path.end()), WorkedTime{worker, seconds});
+    MeroPath kept(path.begin(), path.end());
+    const MeroPathKey key{kept};
+    accumulated.add(key, {std::move(kept), worker, seconds});
     return true;
 }
 
@@ -268,14 +269,14 @@ void MeroWorkLoadAgent::collectWorkedTimes() {
 }
 
 bool MeroWorkLoadAgent::reportWorkedTimes() {
-    std::vector<std::pair<SV::String, const WorkedTimes::value_type*>> ordered;
+    std::vector<std::pair<SV::String, const WorkedTime*>> ordered;
     ordered.reserve(accumulated.size());
-    for (const auto& entry : accumulated) {
-        ordered.emplace_back(getPathKey(entry.first), &entry);
+    for (const auto& [path, worked] : accumulated) {
+        ordered.emplace_back(getPathKey(path.path), &worked);
     }
     std::ranges::sort(ordered, {}, [](const auto& entry) -> const SV::String& { return entry.first; });
-    for (const auto& [key, entry] : ordered) {
-        const auto& [worker, seconds] = entry->second;
+    for (const auto& [key, worked] : ordered) {
+        const auto& [path, worker, seconds] = *worked;
         const std::optional<double> available = getAvailableTime(worker, currentTime);
         if (!available) {
             abortAgent();
@@ -283,7 +284,7 @@ bool MeroWorkLoadAgent::reportWorkedTimes() {
         }
         if (seconds > 0.0 && *available > 0.0) {
             resultSet->addValue({.objectId = worker,
-                                 .path = entry->first,
+                                 .path = path,
                                  .itemKey = worker,
                                  .value = seconds / *available,
                                  .time = currentTime,

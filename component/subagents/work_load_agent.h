@@ -1,7 +1,5 @@
 #pragma once
 
-#include <unordered_map>
-
 #include "component/subagents/worker_agent.h"
 
 /// The share of the available working time in which each worker actually worked. A work period counts as far
@@ -38,12 +36,13 @@ private:
         MeroId object;
         MeroId worker;
     };
-    /// Seconds that were worked on one path.
+    /// Seconds that were worked on one path. Its key is a view of the path, which stays where it is when this
+    /// moves.
     struct WorkedTime {
+        MeroPath path;
         MeroId worker;
         double seconds;
     };
-    using WorkedTimes = std::unordered_map<MeroPath, WorkedTime, MeroPathHash, MeroPathEqual>;
 
     [[nodiscard]] MeroAnalysisFlags servedAnalyses() const override {
         return {.staticWorkLoad = true, .nonStaticWorkLoad = true};
@@ -84,7 +83,7 @@ private:
     double runStartTime = -1.0;
     double currentTime = 0.0;  ///< of the last event
     MeroKeyedTable<SV::String, OpenPeriod> openPeriods;
-    WorkedTimes accumulated;
+    MeroKeyedTable<MeroPathKey, WorkedTime> accumulated;
     MeroKeyedTable<MeroId, MeroCalendar> availableCalendars;
     MeroPath workPath;
 };
