@@ -76,6 +76,7 @@ private:
     void closeResultWindows();
     void changeScope();
     void changePeriod();
+    void changeTime(SV::String& label, SV::String& time);
     [[nodiscard]] SV::String getTitle(bool isScaled) const;
 
     MeroAgentManagement& management;

@@ -88,14 +88,15 @@ SV::String MeroSelectResultManager::getTitle(bool isScaled) const {
 }
 
 void MeroSelectResultManager::changeScope() {
-    MeroChangeTimeScopeDialog dialog(this, analysisType, scale.scopeText, scale.scopeTime);
-    if (dialog.Execute() == SV::DialogOk) {
-        showScale();
-    }
+    changeTime(scale.scopeText, scale.scopeTime);
 }
 
 void MeroSelectResultManager::changePeriod() {
-    MeroChangeTimeScopeDialog dialog(this, analysisType, scale.frequencyUnitText, scale.frequencyPeriod);
+    changeTime(scale.frequencyUnitText, scale.frequencyPeriod);
+}
+
+void MeroSelectResultManager::changeTime(SV::String& label, SV::String& time) {
+    MeroChangeTimeScopeDialog dialog(this, analysisType, label, time);
     if (dialog.Execute() == SV::DialogOk) {
         showScale();
     }
