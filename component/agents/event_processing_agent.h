@@ -83,7 +83,8 @@ protected:
     int isCoveredWholly(double from, double to, bool& covered);
     /// Makes the calendar of the run from the owner's text. 1, or 6 with its box.
     int makeCalendar();
-    /// Whether the object is among `observedObjects`, as they were when the run was prepared.
+    /// Makes `observedObjects` the ones that `observes` tells of; when they are complete.
+    void observeObjects() { observedFilter.assign(observedObjects); }
     [[nodiscard]] bool observes(MeroId objectId) const { return observedFilter.contains(objectId); }
     /// Evaluates the owner's object expression into `observedObjects`. 1, or 28 with its box.
     int evaluateObservedObjects();
@@ -99,7 +100,6 @@ protected:
     virtual void clearRunData() {}
 
     std::unique_ptr<MeroCalendar> calendar;
-    MeroIdFilter observedFilter;
     std::int32_t finishedProcesses = 0;  ///< goes on counting over a restart, unless the agent says otherwise
     bool modelIsEnvironment = false;
     MeroLiveProcesses instances;  ///< by main instance key
@@ -109,6 +109,8 @@ private:
     void failWith(const SV::String& boxText);
     void showDuplicateInstance();
     [[nodiscard]] int prepareAgain();
+
+    MeroIdFilter observedFilter;
 };
 
 /// Shows the event message, if there is such a window, and asks to hide it at the end of its life.

@@ -47,7 +47,6 @@ MeroAgentProcessInstance* MeroLiveProcesses::add(const SV::String& key, const SV
     process.begin(key, topKey, model, start);
     index.add(key.hash(), position);
     key.setLookupHint(static_cast<std::uint32_t>(position));
-    ++count;
     return &process;
 }
 
@@ -59,7 +58,6 @@ bool MeroLiveProcesses::erase(const SV::String& key) {
     index.erase(key.hash(), position);
     processAt(position).clear();
     freePositions.push_back(static_cast<std::uint32_t>(position));
-    --count;
     return true;
 }
 
@@ -69,7 +67,7 @@ void MeroLiveProcesses::clear() {
 
 std::vector<MeroAgentProcessInstance*> MeroLiveProcesses::inOrderOfKeys() const {
     std::vector<MeroAgentProcessInstance*> processes;
-    processes.reserve(count);
+    processes.reserve(size());
     for (std::size_t position = 0; position < used; ++position) {
         if (MeroAgentProcessInstance& process = processAt(position); process.isAlive()) {
             processes.push_back(&process);

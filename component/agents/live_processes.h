@@ -11,19 +11,19 @@
 /// erased.
 class MeroLiveProcesses {
 public:
-    [[nodiscard]] bool empty() const { return count == 0; }
-    [[nodiscard]] std::size_t size() const { return count; }
+    [[nodiscard]] std::size_t size() const { return used - freePositions.size(); }
+    [[nodiscard]] bool empty() const { return size() == 0; }
 
     /// Null if it isn't alive.
     [[nodiscard]] MeroAgentProcessInstance* find(const SV::String& key) const;
-    [[nodiscard]] bool contains(const SV::String& key) const { return find(key) != nullptr; }
-    /// Null if the key is there already.
+    /// Begins a process whose top instance has the key `topKey`. Null if the key is there already.
     MeroAgentProcessInstance* add(const SV::String& key, const SV::String& topKey, MeroId model,
                                   double start);
     /// True if the key was there.
     bool erase(const SV::String& key);
     /// Frees the memory, too.
     void clear();
+    /// All that are alive.
     [[nodiscard]] std::vector<MeroAgentProcessInstance*> inOrderOfKeys() const;
 
     /// Asks for the memory that a pass through an object will need, if the key tells where that is.
@@ -53,5 +53,4 @@ private:
     std::vector<std::uint32_t> freePositions;
     MeroPositionIndex index;
     std::size_t used = 0;  ///< places that have been taken at some time
-    std::size_t count = 0;
 };

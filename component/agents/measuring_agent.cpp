@@ -209,7 +209,7 @@ int MeroMeasuringAgent::prepareRun(int analysis) {
             return status;
         }
     }
-    observedFilter.assign(observedObjects);
+    observeObjects();
     runPrepared = true;
     agentState = AgentPrepared;
     return StatusOk;

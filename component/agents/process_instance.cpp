@@ -20,7 +20,9 @@ void setPathOfCall(MeroCallPath& path, MeroPathView caller, MeroId model) {
 
 void MeroAgentProcessInstance::begin(const SV::String& mainKey, const SV::String& topKey, MeroId model,
                                      double start) {
-    clear();
+    if (isAlive()) {
+        clear();
+    }
     key = mainKey;
     modelId = model;
     startTime = start;

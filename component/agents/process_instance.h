@@ -22,7 +22,7 @@ public:
     MeroAgentProcessInstance(const MeroAgentProcessInstance&) = delete;
     MeroAgentProcessInstance& operator=(const MeroAgentProcessInstance&) = delete;
 
-    /// Begins a process with its top instance, that of the main process itself.
+    /// Begins a process with its top instance, that of the main process itself; one that is alive goes.
     void begin(const SV::String& mainKey, const SV::String& topKey, MeroId model, double start);
     /// Lets go of all instances with their values; much of the memory serves the next process.
     void clear();

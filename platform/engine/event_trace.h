@@ -55,6 +55,7 @@ public:
     /// Asks the memory for the main key of the event, which components look at first.
     void prefetchKey(std::size_t index) const {
         if (index < rows.size()) {
+            // What a text knows of itself, such as its hash, lies before its bytes.
             __builtin_prefetch(keyOf(places[rows[index].place][1]).GetStr() - 1);
         }
     }
