@@ -1,6 +1,7 @@
 #include "platform/diagram/missing_positions.h"
 
 #include <algorithm>
+#include <map>
 
 #include "platform/diagram/layered_layout.h"
 #include "platform/diagram/line_ends.h"
