@@ -153,11 +153,10 @@ std::optional<bool> MeroMeasuringAgent::countsAtEnd(const MeroAgentProcessInstan
     }
     const std::optional<double> start = process.getStartTime();
     bool covered = false;
-    if (!start) {
-        displayErrorMessage("aeasubag", __LINE__);
-    } else if (isCoveredWholly(*start, time, covered) == StatusOk) {
+    if (start && isCoveredWholly(*start, time, covered) == StatusOk) {
         return covered;
     }
+    displayErrorMessage("aeasubag", __LINE__);
     abortAgent();
     return std::nullopt;
 }

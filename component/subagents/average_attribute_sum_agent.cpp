@@ -61,6 +61,7 @@ int MeroAvgAttributeSumAgent::readAttributeKeys(const MeroKilnParser& parser) {
     }
     const int status = attributeOption.readAttribute(parser, name, classOption.getId());
     if (status != StatusOk) {
+        classOption.clear();
         return status;
     }
     const SV::String type = parser.GetModifier("attribute-type");

@@ -1,5 +1,7 @@
 #include "component/subagents/cycle_time_agent.h"
 
+#include "component/host/basic_services.h"
+
 namespace {
 
 constexpr SV::ResId DefaultName{0x2004F38};
@@ -242,6 +244,23 @@ int MeroCycleTimeAgent::endProcess(const MeroSimEvent& event) {
     }
     dropProcess(end.mainKey);
     return EventHandled;
+}
+
+std::optional<bool> MeroCycleTimeAgent::countsAtEnd(const MeroAgentProcessInstance& process, double time) {
+    if (!isWorkLoadAnalysis(analysisType)) {
+        return true;
+    }
+    const std::optional<double> start = process.getStartTime();
+    if (!start) {
+        displayErrorMessage("aeasubag", __LINE__);
+    }
+    bool covered = false;
+    if (isCoveredWholly(start.value_or(MeroAgentProcessInstance::StartNotMeasured), time, covered) !=
+        StatusOk) {
+        abortAgent();
+        return std::nullopt;
+    }
+    return covered;
 }
 
 void MeroCycleTimeAgent::emitInstance(MeroAgentProcessInstance& process, const InstanceEnd& end) {

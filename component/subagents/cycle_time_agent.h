@@ -43,6 +43,9 @@ private:
     int endProcess(const MeroSimEvent& event) override;
     int endSubProcess(const MeroSimEvent& event) override;
     void dropInstance(const SV::String& key) override;
+    /// A process whose start wasn't measured is an internal error and goes to the calendar as it stands.
+    [[nodiscard]] std::optional<bool> countsAtEnd(const MeroAgentProcessInstance& process,
+                                                  double time) override;
     void emitInstance(MeroAgentProcessInstance& process, const InstanceEnd& end) override;
     void clearRunData() override;
 

@@ -117,7 +117,9 @@ void MeroWorkLoadAgent::openPeriod(MeroAgentProcessInstance& process, const Pass
     if (!openPeriods.contains(pass.passKey)) {
         openPeriods.add(pass.passKey, OpenPeriod(pass, pass.time));
     }
-    static_cast<void>(targetOf(process, pass));
+    if (targetOf(process, pass) == nullptr) {
+        abortAgent();
+    }
 }
 
 void MeroWorkLoadAgent::closePeriod(MeroAgentProcessInstance& process, const Pass& pass) {

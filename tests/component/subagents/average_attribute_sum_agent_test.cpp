@@ -44,6 +44,18 @@ TEST(AverageAttributeSumAgent, AttributeOfAnotherTypeKeepsTheAgentFromStarting) 
     EXPECT_EQ(EmbeddedPlatform::internalErrors(), (std::vector<std::string>{"aeasubag"}));
 }
 
+TEST(AverageAttributeSumAgent, ImpossibleSpanOfAnInstanceIsReportedAndEndsTheAgent) {
+    using Modules = std::vector<std::string>;
+    for (const auto& [start, modules] :
+         {std::pair{"-1", Modules{"aeasubag"}}, {"50", Modules{"aeagents", "aeasubag"}}}) {
+        MeasuredWorld world(sums(numbers, AnalysisStaticWorkLoad));
+        world.play("3,0\n11," + std::string(start) + ",1,Order,1\n13,5,1,Order,1\n");
+        EXPECT_EQ(EmbeddedPlatform::internalErrors(), modules) << "start at " << start;
+        EXPECT_EQ(EmbeddedPlatform::boxes(), (std::vector<std::uint32_t>{0x20051B2}));
+        EXPECT_EQ(world.subAgent().getAgentState(), AgentFailed);
+    }
+}
+
 TEST(AverageAttributeSumAgent, InstancesThatAreDroppedOpenOrPartlyOutOfHoursLeaveNoTrace) {
     MeasuredWorld::Setup setup = sums(numbers, AnalysisStaticWorkLoad);
     setup.calendar = "CALENDAR DAILY hours:\"08:00-16:00\"";

@@ -75,6 +75,23 @@ TEST(CycleTimeAgent, WhatHappensOutOfHoursIsForgottenOrCostsTheInstance) {
     EXPECT_EQ(world.subAgent().getFinishedProcesses(), 1);
 }
 
+TEST(CycleTimeAgent, ProcessWithoutAMeasuredStartIsReportedAndLeftToTheCalendar) {
+    MeasuredWorld world(times("mainobjects", AnalysisStaticWorkLoad));
+    world.play("3,0\n11,-1,1,Order,1\n" + stay(0, 5, "a") + "13,5,1,Order,1\n");
+    EXPECT_EQ(EmbeddedPlatform::internalErrors(), (std::vector<std::string>{"aeasubag"}));
+    world.play("11,10,2,Order,2\n" + stay(10, 25, "b", "Check", "2") + "13,25,2,Order,2\n6,30\n");
+    EXPECT_EQ(world.subAgent().getAgentState(), AgentFinished);
+    EXPECT_EQ(world.values(), (Values{{"Order", 10.0}, {"Order / Check", 10.0}}));
+    EXPECT_TRUE(EmbeddedPlatform::boxes().empty());
+}
+
+TEST(CycleTimeAgent, ProcessThatEndsBeforeItBeginsEndsTheAgent) {
+    MeasuredWorld world(times("mainobjects", AnalysisStaticWorkLoad));
+    world.play("3,0\n11,50,1,Order,1\n13,5,1,Order,1\n");
+    EXPECT_EQ(EmbeddedPlatform::boxes(), (std::vector<std::uint32_t>{0x20051B2}));
+    EXPECT_EQ(world.subAgent().getAgentState(), AgentFailed);
+}
+
 TEST(CycleTimeAgent, HistoryIsOverTheCountOfInstancesInPathAnalysis) {
     MeasuredWorld world(times("process", AnalysisPath, "history-mem"));
     world.play("3,0\n11,0,1,Order,1\n" + stay(0, 10, "a") + "13,10,1,Order,1\n11,10,2,Order,2\n" +

@@ -98,15 +98,25 @@ TEST(SectionRules, UnknownNamesAreToldAndClearTheChoice) {
         const char* text;
         int status;
         std::uint32_t box;
+        const char* left;
     };
-    for (const auto& [text, status, box] :
-         {Case{"STRAIN name:\"x\" resultscope:process class:\"Wroker\"", StatusRepositoryError, 0x2005173},
+    for (const auto& [text, status, box, left] :
+         {Case{"STRAIN name:\"x\" resultscope:process class:\"Wroker\"", StatusRepositoryError, 0x2005173,
+               "STRAIN\n name:\"x\"\n dont-show-history\n hide-show-history\n lock-show-history\n "
+               "hide-history-mem\n lock-history-mem\n hide-history-disk\n lock-history-disk\n "
+               "volume-analysis\n resultscope:process"},
           Case{"WWECOST name:\"x\" resultscope:process class:\"Worker\" attribute:\"Wages\"",
-               StatusRepositoryError, 0x2005173},
-          Case{"AVGSUM name:\"x\" resultscope:process class:\"Worker\"", StatusRepositoryError, 0x2005173},
-          Case{"AVGSUM name:\"x\" resultscope:process class:\"Task\" attribute:\"Number\"",
-               StatusBadDefinition, 0x2004E21},
-          Case{"FORMULA name:\"x\"\nOBSERVED", StatusBadDefinition, 0x2004E21}}) {
+               StatusRepositoryError, 0x2005173,
+               "WWECOST\n name:\"x\"\n volume-analysis\n resultscope:process\n class:\"Worker\""},
+          Case{"AVGSUM name:\"x\" path-analysis resultscope:process class:\"Worker\"", StatusRepositoryError,
+               0x2005173, "AVGSUM\n name:\"x\"\n path-analysis\n resultscope:process"},
+          Case{"AVGSUM name:\"x\" path-analysis resultscope:process class:\"Task\" attribute:\"Nmuber\" "
+               "attribute-type:numeric",
+               StatusRepositoryError, 0x2005173, "AVGSUM\n name:\"x\"\n path-analysis\n resultscope:process"},
+          Case{"AVGSUM name:\"x\" path-analysis resultscope:process class:\"Task\" attribute:\"Number\"",
+               StatusBadDefinition, 0x2004E21,
+               "AVGSUM\n name:\"x\"\n path-analysis\n resultscope:process\n class:\"Task\""},
+          Case{"FORMULA name:\"x\"\nOBSERVED", StatusBadDefinition, 0x2004E21, nullptr}}) {
         const EmbeddedPlatform platform(Models);
         MeroKilnParser parser(text, "s", "n");
         ASSERT_EQ(parser.Parse(), 0);
@@ -114,6 +124,10 @@ TEST(SectionRules, UnknownNamesAreToldAndClearTheChoice) {
             createEventAgent(getTypeOfKeyword(parser.GetKeyword()), platform.model("Order"), nullptr);
         EXPECT_EQ(agent->readDefinition(&parser), status) << text;
         EXPECT_EQ(EmbeddedPlatform::boxes(), (std::vector<std::uint32_t>{box})) << text;
+        SV::String written;
+        if (left != nullptr) {
+            EXPECT_EQ(agent->getDefinitionText(written), SV::String(left)) << text;
+        }
     }
 }
 

@@ -73,6 +73,17 @@ TEST(WorkLoadAgent, OpenPeriodOfADroppedInstanceEndsTheAgent) {
     EXPECT_EQ(EmbeddedPlatform::boxes(), (Messages{0x20051B2}));
 }
 
+TEST(WorkLoadAgent, PassOfAnUnknownSubProcessEndsTheAgentWhenItBegins) {
+    MeasuredWorld::Setup setup = workLoad();
+    setup.sections = "WORKLOAD name:\"W\" wlstatic-analysis resultscope:allobjects class:\"Worker\"";
+    setup.inEnvironment = true;
+    setup.objects = "all \"Worker\"";
+    MeasuredWorld world(setup);
+    world.play("3,0\n11,0,1,Order,1\n17," + at(1) + ",1,Order,unknown,a,Check,Bob\n");
+    EXPECT_EQ(world.subAgent().getAgentState(), AgentFailed);
+    EXPECT_EQ(EmbeddedPlatform::boxes(), (Messages{0x20051B2}));
+}
+
 TEST(WorkLoadAgent, WorkerWithoutCommonHoursEndsTheAgentAtTheFirstReport) {
     MeasuredWorld world(workLoad());
     EXPECT_EQ(world.startStatus(), StatusOk);
