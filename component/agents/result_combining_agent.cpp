@@ -66,24 +66,27 @@ bool MeroResultCombiningAgent::isEqualToDefinition([[maybe_unused]] const MeroKi
 
 // Definition
 
-int MeroResultCombiningAgent::readInputNames(MeroKilnParser& parser) {
+int MeroResultCombiningAgent::readInputNames(MeroKilnParser* parser, int headStatus) {
+    if (headStatus == StatusRefused || headStatus == StatusWrongSection) {
+        return headStatus;
+    }
     inputNames.clear();
-    const int section = parser.GetCurElemIndex();
+    const int section = parser->GetCurElemIndex();
     int status = StatusOk;
-    for (int index = section + 1; status == StatusOk && index < parser.GetElemCount(); ++index) {
-        parser.SetCurElemIndex(index);
-        if (parser.GetKeyword() != MeroObservedKeyword) {
+    for (int index = section + 1; status == StatusOk && index < parser->GetElemCount(); ++index) {
+        parser->SetCurElemIndex(index);
+        if (parser->GetKeyword() != MeroObservedKeyword) {
             break;
         }
-        const SV::String inputName = parser.GetStrValue();
+        const SV::String inputName = parser->GetStrValue();
         if (inputName.IsEmpty()) {
             status = showStatusMessage(StatusBadDefinition);
         } else {
             inputNames.push_back(inputName);
         }
     }
-    parser.SetCurElemIndex(section);
-    return status;
+    parser->SetCurElemIndex(section);
+    return headStatus != StatusOk ? headStatus : status;
 }
 
 void MeroResultCombiningAgent::appendInputs(SV::String& text) const {
@@ -95,15 +98,14 @@ void MeroResultCombiningAgent::appendInputs(SV::String& text) const {
 
 int MeroStaticResultCombiningAgent::readDefinition(MeroKilnParser* parser) {
     const int status = readNameAndType(parser);
-    if (status != StatusOk) {
-        return status;
+    if (status == StatusOk) {
+        readNameOptions(*parser);
+        readDisplayOptions(*parser);
+        historyMemVisible = !parser->IsContained("hide-history-mem");
+        historyDiskVisible = !parser->IsContained("hide-history-disk");
+        readAnalyses(*parser);
     }
-    readNameOptions(*parser);
-    readDisplayOptions(*parser);
-    historyMemVisible = !parser->IsContained("hide-history-mem");
-    historyDiskVisible = !parser->IsContained("hide-history-disk");
-    readAnalyses(*parser);
-    return readInputNames(*parser);
+    return readInputNames(parser, status);
 }
 
 SV::String& MeroStaticResultCombiningAgent::getDefinitionText(SV::String& text) {

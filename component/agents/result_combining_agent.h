@@ -25,8 +25,10 @@ protected:
     /// True if all are there.
     bool resolveInputs(int& count);
     /// Reads the names in the "OBSERVED" elements behind the current one, on which the parser then stands
-    /// again. 1, or 4 for an element without a value.
-    int readInputNames(MeroKilnParser& parser);
+    /// again. `headStatus` is that of the section's own keywords: inputs are read also behind a head without
+    /// a name, so that rewriting the section loses none of them. Gives the first failure of both; 4 for an
+    /// element without a value.
+    int readInputNames(MeroKilnParser* parser, int headStatus);
     void appendInputs(SV::String& text) const;
 
     std::vector<MeroAtomarAgent*> inputAgents;  ///< not owned; empty until they are resolved

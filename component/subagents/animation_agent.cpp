@@ -35,14 +35,13 @@ int MeroAnimationAgent::setDefaultValues() {
 
 int MeroAnimationAgent::readDefinition(MeroKilnParser* parser) {
     const int status = readNameAndType(parser);
-    if (status != StatusOk) {
-        return status;
+    if (status == StatusOk) {
+        readNameOptions(*parser);
+        animatedVisible = !parser->IsContained("hide-animated");
+        animated = !parser->IsContained("lock-animated");
+        readAnalyses(*parser);
     }
-    readNameOptions(*parser);
-    animatedVisible = !parser->IsContained("hide-animated");
-    animated = !parser->IsContained("lock-animated");
-    readAnalyses(*parser);
-    return readInputNames(*parser);
+    return readInputNames(parser, status);
 }
 
 SV::String& MeroAnimationAgent::getDefinitionText(SV::String& text) {

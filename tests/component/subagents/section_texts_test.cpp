@@ -131,6 +131,27 @@ TEST(SectionRules, UnknownNamesAreToldAndClearTheChoice) {
     }
 }
 
+TEST(SectionRules, SectionsWithoutANameKeepTheirInputs) {
+    struct Case {
+        const char* text;
+        const char* end;  ///< of the section as it is written again
+    };
+    for (const auto& [text, end] : {Case{"FORMULA expression:\"2\" OBSERVED \"A\" OBSERVED \"B\" FORMULA",
+                                         "\n expression:\"2\"\n OBSERVED \"A\"\n OBSERVED \"B\""},
+                                    Case{"ANIMATION hide-name OBSERVED \"A\"", "\n OBSERVED \"A\""}}) {
+        const EmbeddedPlatform platform(Models);
+        MeroKilnParser parser(text, "s", "n");
+        ASSERT_EQ(parser.Parse(), 0);
+        const auto agent =
+            createEventAgent(getTypeOfKeyword(parser.GetKeyword()), platform.model("Order"), nullptr);
+        EXPECT_EQ(agent->readDefinition(&parser), StatusBadDefinition) << text;
+        EXPECT_EQ(EmbeddedPlatform::boxes(), (std::vector<std::uint32_t>{0x2004E21})) << text;
+        EXPECT_EQ(parser.GetCurElemIndex(), 0) << text;
+        SV::String written;
+        EXPECT_TRUE(agent->getDefinitionText(written).view().ends_with(end)) << written.view();
+    }
+}
+
 TEST(SectionRules, SomeTypesStandInProcessModelsOnly) {
     const EmbeddedPlatform platform(Models);
     for (const int type :
