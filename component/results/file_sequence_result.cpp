@@ -2,7 +2,6 @@
 
 #include <charconv>
 #include <cmath>
-#include <cstring>
 #include <string>
 
 #include "component/host/basic_services.h"
@@ -13,7 +12,7 @@
 namespace {
 
 constexpr std::size_t HeaderPiece = 400;
-constexpr std::size_t LineCapacity = 128;
+constexpr int FieldsRead = 3;
 
 constexpr SV::ResId OpenFailed{0x20051D7};
 constexpr SV::ResId WriteFailed{0x20051D8};
@@ -67,9 +66,10 @@ bool parseSeparator(const char*& text) {
     return *text++ == ';';
 }
 
-/// "id; time; value" and whatever follows.
-bool parseLine(const char* text, MeroSequenceEntry& entry) {
-    const char* const end = text + std::strlen(text);
+/// "id; time; value".
+bool parseLine(const std::string& line, MeroSequenceEntry& entry) {
+    const char* text = line.c_str();
+    const char* const end = text + line.size();
     unsigned long id = 0;
     text = skipBlanks(text);
     const auto [rest, error] = std::from_chars(text, end, id);
@@ -91,38 +91,33 @@ bool isAtEnd(std::FILE* stream) {
     return false;
 }
 
-/// Reads to the end of the line, keeps what fits and drops the rest. Gives the number of bytes that it took;
-/// 0 at the end of the file.
-long readLine(std::FILE* stream, char* line, std::size_t capacity) {
-    // Where fgets ended is seen by what it left of the line breaks, also if the line holds zero bytes.
-    std::memset(line, '\n', capacity);
-    if (std::fgets(line, static_cast<int>(capacity), stream) == nullptr) {
-        line[0] = '\0';
-        return 0;
-    }
-    const auto* const lineBreak = static_cast<const char*>(std::memchr(line, '\n', capacity));
-    if (lineBreak != nullptr) {
-        const bool wasRead = lineBreak + 1 < line + capacity && lineBreak[1] == '\0';
-        return lineBreak - line + (wasRead ? 1 : -1);
-    }
-    auto taken = static_cast<long>(capacity) - 1;
+/// Reads to the end of the line and keeps the fields that are read back, however long they are: of what
+/// stands behind them nothing is kept. Gives the number of bytes that it took; 0 at the end of the file.
+long readLine(std::FILE* stream, std::string& fields) {
+    fields.clear();
+    long taken = 0;
+    int separators = 0;
     for (int next = std::getc(stream); next != EOF; next = std::getc(stream)) {
         ++taken;
         if (next == '\n') {
             break;
+        }
+        separators += next == ';' ? 1 : 0;
+        if (separators < FieldsRead) {
+            fields.push_back(static_cast<char>(next));
         }
     }
     return taken;
 }
 
 void skipHeader(std::FILE* stream) {
-    char line[LineCapacity];
+    std::string line;
     for (int next = std::getc(stream); next != EOF; next = std::getc(stream)) {
         std::ungetc(next, stream);
         if (next != '#') {
             return;
         }
-        readLine(stream, line, sizeof line);
+        readLine(stream, line);
     }
 }
 
@@ -242,9 +237,8 @@ bool MeroFileSequenceResult::getNext(MeroSequenceEntry& entry) {
         skipHeader(file.get());
         return false;
     }
-    char text[LineCapacity];
-    const long taken = readLine(file.get(), text, sizeof text);
-    if (taken == 0 || std::ferror(file.get()) != 0 || !parseLine(text, entry)) {
+    const long taken = readLine(file.get(), line);
+    if (taken == 0 || std::ferror(file.get()) != 0 || !parseLine(line, entry)) {
         std::clearerr(file.get());
         std::fseek(file.get(), -taken, SEEK_CUR);
         showBoxOfFile(ReadFailed, fileName);

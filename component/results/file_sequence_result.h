@@ -44,5 +44,5 @@ private:
     bool readable = false;
     bool writeFailed = false;
     MeroKeyedTable<MeroId, SV::String> names;  ///< of objects, read once
-    std::string line;                          ///< kept for its memory
+    std::string line;                          ///< written or read, kept for its memory
 };

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
+#include <limits>
 #include <sstream>
 
 #include "component/host/sv_boxes.h"
@@ -97,12 +98,28 @@ TEST_F(FileSequenceResult, ReadsLinesOfAnyLengthAndEmptyFiles) {
         auto fullLine = make();
         EXPECT_EQ(readPass(fullLine), (std::vector<double>{1, 1, 2, 2, 2, 3})) << length;
     }
+    write("1; " + std::string(200, ' ') + "2; 3; name\n");
+    auto blanks = make();
+    EXPECT_EQ(readPass(blanks), (std::vector<double>{1, 2, 3}));
     for (const char* const empty : {"", "# only a header\n"}) {
         write(empty);
         auto emptyHistory = make();
         EXPECT_TRUE(readPass(emptyHistory).empty());
     }
     EXPECT_TRUE(SV::BoxDesk::GetGlobal().getRecords().empty());
+}
+
+TEST_F(FileSequenceResult, LargeValuesAreReadBackAsTheyWereWritten) {
+    constexpr double Largest = std::numeric_limits<double>::max();
+    const std::vector<double> readings{1, 0, 1.5e130, 1, Largest, -Largest, 2, 1e100, 2.5};
+    auto history = make();
+    ASSERT_TRUE(history.openForWriting("# head\n"));
+    for (std::size_t first = 0; first < readings.size(); first += 3) {
+        history.addEntry(readings[first + 2], readings[first + 1], static_cast<MeroId>(readings[first]));
+    }
+    history.closeForReading();
+    EXPECT_EQ(readPass(history), readings);
+    EXPECT_EQ(readPass(history), readings);
 }
 
 TEST_F(FileSequenceResult, TellsOfALineThatCannotBeRead) {
