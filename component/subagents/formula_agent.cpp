@@ -131,11 +131,15 @@ int MeroFormulaAgent::refuseExpression(const SV::String& reason) const {
 bool MeroFormulaAgent::substituteVariables(SV::String& firstName) {
     variables.clear();
     parsedExpression = expression;
+    // Blanks stand for the prefix, and variables are as long as what they stand for: places in the text stay
+    // those of the expression as written.
     if (hasPrefix(expression)) {
+        SV::String blanks;
+        blanks.Fill(PrefixLength, ' ');
         parsedExpression.Erase(0, PrefixLength);
+        parsedExpression.Insert(blanks, 0);
     }
     char nextLetter = 'a';
-    // Variables are as long as what they stand for, so that places in the text stay the same.
     for (std::size_t begin = parsedExpression.Search("\""); begin != SV::String::NotFound;
          begin = parsedExpression.Search("\"", begin)) {
         const std::size_t end = findClosingQuote(parsedExpression, begin);
@@ -155,8 +159,8 @@ bool MeroFormulaAgent::substituteVariables(SV::String& firstName) {
 
 bool MeroFormulaAgent::substituteName(std::size_t begin, std::size_t end, char& nextLetter) {
     const std::size_t length = end - begin + 1;
-    const SV::String agentName =
-        Mero_Unmask(SV::String(parsedExpression.view().substr(begin + 1, length - 2)), '\\');
+    const SV::String quoted(parsedExpression.view().substr(begin, length));
+    const SV::String agentName = Mero_Unmask(SV::String(quoted.view().substr(1, length - 2)), '\\');
     const auto [place, isNew] = variables.try_emplace(agentName);
     if (isNew) {
         if (nextLetter > 'z') {
@@ -165,7 +169,7 @@ bool MeroFormulaAgent::substituteName(std::size_t begin, std::size_t end, char& 
             showErrorBox(text);
             return false;
         }
-        place->second.Fill(length, nextLetter++);
+        place->second.Fill(quoted.CountCodePoints(), nextLetter++);
     }
     parsedExpression.Erase(begin, length);
     parsedExpression.Insert(place->second, begin);

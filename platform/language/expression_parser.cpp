@@ -1,7 +1,6 @@
 #include <algorithm>
 #include <cmath>
 #include <deque>
-#include <fmt/format.h>
 #include <muParser.h>
 #include <string>
 
@@ -34,13 +33,6 @@ double roundedUp(double value) {
 }
 double squareRoot(double value) {
     return std::sqrt(value);
-}
-
-SV::String describe(const mu::Parser::exception_type& fault) {
-    if (fault.GetPos() < 0) {
-        return SV::String(fault.GetMsg());
-    }
-    return SV::String(fmt::format("column {}: {}", fault.GetPos() + 1, fault.GetMsg()));
 }
 
 }  // namespace
@@ -80,19 +72,16 @@ struct MeroKilnExpressionParser::Impl {
     }
 
     /// Compiles the text; evaluating it once brings out what compiling alone doesn't.
-    void setExpression(const SV::String& text) {
-        ready = false;
+    void setExpression(const mero::CheckedFormula& formula) {
         variables.clear();
         parser.ClearVar();
-        parser.SetExpr(std::string(text.view()));
-        const auto usedVariables = parser.GetUsedVar();  // a copy: defining one changes the parser's own
-        for (const auto& [name, unused] : usedVariables) {
-            Variable& variable = variables.emplace_back();
-            variable.name = SV::String(name);
-            parser.DefineVar(name, &variable.value);
+        for (const std::string& name : formula.names) {
+            const std::string shortName = mero::variableName(variables.size());
+            variables.push_back({SV::String(name)});
+            parser.DefineVar(shortName, &variables.back().value);
         }
+        parser.SetExpr(formula.text);
         parser.Eval();
-        ready = true;
     }
 
     mu::Parser parser;
@@ -105,16 +94,18 @@ MeroKilnExpressionParser::~MeroKilnExpressionParser() = default;
 
 int MeroKilnExpressionParser::SetExpression(const SV::String& text, SV::String& error) {
     impl->ready = false;
-    if (const auto checked = mero::checkFormula(text.view()); !checked) {
+    const auto checked = mero::checkFormula(text.view());
+    if (!checked) {
         error = SV::String(checked.error().text);
         return Failure;
     }
     try {
-        impl->setExpression(text);
+        impl->setExpression(checked.value());
     } catch (const mu::Parser::exception_type& fault) {
-        error = describe(fault);
+        error = SV::String(fault.GetMsg());
         return Failure;
     }
+    impl->ready = true;
     return Success;
 }
 
@@ -141,7 +132,7 @@ int MeroKilnExpressionParser::Evaluate(const MeroKilnValueSet& values, MeroKilnV
         }
         value = MeroKilnValue(result);
     } catch (const mu::Parser::exception_type& fault) {
-        error = describe(fault);
+        error = SV::String(fault.GetMsg());
         return Failure;
     }
     return Success;

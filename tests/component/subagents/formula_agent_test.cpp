@@ -77,6 +77,33 @@ TEST(FormulaAgent, ExpressionsThatCannotBeUsedKeepItFromStarting) {
     }
 }
 
+TEST(FormulaAgent, RefusalsNameTheColumnOfTheExpressionAsWritten) {
+    struct Case {
+        const char* expression;
+        const char* end;
+    };
+    for (const auto& [expression, end] :
+         {Case{"\\\"Passes\\\" + * 2", "column 12: a value is expected here"},
+          Case{"N:\\\"Passes\\\" + * 2", "column 14: a value is expected here"},
+          Case{"T:2 $", "column 5: \"$\" isn't part of a formula"},
+          Case{"N:\\\"Pässe\\\" \\\"Stay\\\"", "column 11: an operator is expected here"}}) {
+        const MeasuredWorld world(formula(expression));
+        const auto& boxes = SV::BoxDesk::GetGlobal().getRecords();
+        ASSERT_EQ(boxes.size(), 1U) << expression;
+        EXPECT_TRUE(boxes.front().text.view().ends_with(end)) << boxes.front().text.view();
+    }
+}
+
+TEST(FormulaAgent, NamesMayBeLong) {
+    const std::string longName(300, 'L');
+    MeasuredWorld world({.sections = "FREQUENCY name:\"" + longName +
+                                     "\" path-analysis resultscope:process absolute\n"
+                                     "FORMULA name:\"F\" path-analysis expression:\"N:2 * \\\"" +
+                                     longName + "\\\"\" OBSERVED \"" + longName + "\""});
+    world.play(trace);
+    EXPECT_EQ(world.values(1), (Values{{"Order", 4.0}}));
+}
+
 TEST(FormulaAgent, NamesWithQuotesAndBackslashesAreFound) {
     MeasuredWorld world(
         {.sections = "FREQUENCY name:\"a \\\"b\\\" \\\\\" path-analysis resultscope:process absolute\n"
