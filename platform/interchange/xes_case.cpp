@@ -1,6 +1,7 @@
 #include "platform/interchange/xes_case.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "component/host/simulation.h"
 
@@ -18,7 +19,8 @@ const std::vector<XesRow>& XesCase::rowsOf(std::vector<XesCaseEvent>& events, st
     std::stable_sort(events.begin(), events.end(), [](const XesCaseEvent& left, const XesCaseEvent& right) {
         return *left.time < *right.time;
     });
-    add(EventProcessStart, {}, *events.front().time, 0);
+    Pass none;
+    add(EventProcessStart, none, *events.front().time);
     lastTime = *events.back().time;
     for (const XesCaseEvent& event : events) {
         if (event.transition == XesTransition::AbortCase && !ignoreTransitions) {
@@ -87,8 +89,8 @@ void XesCase::play(const XesCaseEvent& event) {
 void XesCase::playPass(const XesCaseEvent& event) {
     const std::int64_t start = std::min(event.start.value_or(*event.time), *event.time);
     Pass pass = reach(event, start);
-    startWork(pass, event, start);
-    add(EventWorkEnd, event, *event.time, pass.number);
+    openPeriod(EventWorkStart, pass, event.worker, start);
+    closePeriod(EventWorkEnd, pass, event.worker, *event.time);
 }
 
 void XesCase::assign(const XesCaseEvent& event) {
@@ -100,62 +102,71 @@ void XesCase::assign(const XesCaseEvent& event) {
     const auto unassigned =
         std::find_if(queue.begin(), queue.end(), [](const Pass& pass) { return pass.worker == MeroNoId; });
     Pass& pass = unassigned != queue.end() ? *unassigned : queue.front();
-    if (event.worker != MeroNoId) {
+    if (event.worker == MeroNoId || event.worker == pass.worker) {
+        return;
+    }
+    if (pass.state != PassState::Working) {
         pass.worker = event.worker;
-        add(EventExecutiveAssigned, event, *event.time, pass.number);
+        add(EventExecutiveAssigned, pass, *event.time);
+    } else if (pass.worker == MeroNoId) {
+        nameWorker(pass, event.worker);
+    } else {
+        closePeriod(EventWorkSuspended, pass, MeroNoId, *event.time);
+        openPeriod(EventWorkResumed, pass, event.worker, *event.time);
     }
 }
 
 void XesCase::begin(const XesCaseEvent& event) {
     Passes& passes = open[event.object];
-    Pass pass;
     if (passes.waiting.empty()) {
-        pass = reach(event, *event.time);
+        passes.working.push_back(reach(event, *event.time));
     } else {
-        pass = passes.waiting.front();
+        passes.working.push_back(passes.waiting.front());
         passes.waiting.pop_front();
     }
-    startWork(pass, event, *event.time);
-    passes.working.push_back(pass);
+    openPeriod(EventWorkStart, passes.working.back(), event.worker, *event.time);
 }
 
 void XesCase::suspendOrResume(const XesCaseEvent& event, bool suspend) {
+    const PassState wanted = suspend ? PassState::Working : PassState::Suspended;
     auto& working = open[event.object].working;
     const auto found = std::find_if(working.begin(), working.end(),
-                                    [suspend](const Pass& pass) { return pass.suspended != suspend; });
-    if (found != working.end()) {
-        found->suspended = suspend;
-        add(suspend ? EventWorkSuspended : EventWorkResumed, event, *event.time, found->number);
+                                    [wanted](const Pass& pass) { return pass.state == wanted; });
+    if (found == working.end()) {
+        return;
+    }
+    if (suspend) {
+        closePeriod(EventWorkSuspended, *found, event.worker, *event.time);
+    } else {
+        openPeriod(EventWorkResumed, *found, event.worker, *event.time);
     }
 }
 
 void XesCase::complete(const XesCaseEvent& event) {
     Passes& passes = open[event.object];
-    if (!passes.working.empty()) {
-        const Pass pass = passes.working.front();
-        passes.working.pop_front();
-        if (pass.suspended) {
-            add(EventWorkResumed, event, *event.time, pass.number);
-        }
-        add(EventWorkEnd, event, *event.time, pass.number);
-        return;
-    }
-    if (passes.waiting.empty()) {
+    if (passes.working.empty() && passes.waiting.empty()) {
         playPass(event);
         return;
     }
-    Pass pass = passes.waiting.front();
-    passes.waiting.pop_front();
-    startWork(pass, event, *event.time);
-    add(EventWorkEnd, event, *event.time, pass.number);
+    auto& queue = passes.working.empty() ? passes.waiting : passes.working;
+    Pass pass = queue.front();
+    queue.pop_front();
+    if (pass.state == PassState::Waiting) {
+        const std::int64_t start = event.start.value_or(*event.time);
+        openPeriod(EventWorkStart, pass, event.worker, std::clamp(start, pass.since, *event.time));
+    } else if (pass.state == PassState::Suspended) {
+        openPeriod(EventWorkResumed, pass, event.worker, *event.time);
+    }
+    closePeriod(EventWorkEnd, pass, event.worker, *event.time);
 }
 
-/// There is no event for a pass that is given up: the process simply goes on without it.
+/// There is no event for a pass that is given up: its work is suspended for good, and the process goes on.
 void XesCase::drop(const XesCaseEvent& event) {
     Passes& passes = open[event.object];
     const bool working = event.transition == XesTransition::Abort && !passes.working.empty();
     auto& queue = working ? passes.working : passes.waiting;
     if (!queue.empty()) {
+        breakOff(queue.front(), *event.time);
         queue.pop_front();
     }
 }
@@ -163,36 +174,97 @@ void XesCase::drop(const XesCaseEvent& event) {
 XesCase::Pass XesCase::reach(const XesCaseEvent& event, std::int64_t time) {
     Pass pass;
     pass.number = ++passCount;
-    XesCaseEvent unmanned = event;
-    unmanned.worker = MeroNoId;
-    add(EventObjectReached, unmanned, time, pass.number);
+    pass.object = event.object;
+    add(EventObjectReached, pass, time);
     return pass;
 }
 
-void XesCase::startWork(Pass& pass, const XesCaseEvent& event, std::int64_t time) {
-    if (event.worker != MeroNoId && pass.worker != event.worker) {
-        pass.worker = event.worker;
-        add(EventExecutiveAssigned, event, time, pass.number);
+/// No worker: the pass stays with the one it has.
+void XesCase::nameWorker(Pass& pass, MeroId worker) {
+    if (worker == MeroNoId) {
+        return;
     }
-    add(EventWorkStart, event, time, pass.number);
+    pass.worker = worker;
+    if (pass.state == PassState::Working) {
+        rows[pass.period].worker = rows[pass.period + 1].worker = worker;
+    }
 }
 
-void XesCase::add(std::int32_t code, const XesCaseEvent& event, std::int64_t time, std::uint32_t pass) {
+/// An assignment stands before each period, since its worker may change until it ends; see `settleWorkers`.
+void XesCase::openPeriod(std::int32_t code, Pass& pass, MeroId worker, std::int64_t time) {
+    nameWorker(pass, worker);
+    pass.state = PassState::Working;
+    pass.period = rows.size();
+    add(EventExecutiveAssigned, pass, time);
+    add(code, pass, time);
+}
+
+/// A period is wholly that of the worker who is named at its end.
+void XesCase::closePeriod(std::int32_t code, Pass& pass, MeroId worker, std::int64_t time) {
+    nameWorker(pass, worker);
+    pass.state = PassState::Suspended;
+    add(code, pass, time);
+}
+
+void XesCase::breakOff(Pass& pass, std::int64_t time) {
+    if (pass.state == PassState::Working) {
+        closePeriod(EventWorkSuspended, pass, MeroNoId, time);
+    }
+}
+
+/// No work outlives its case.
+void XesCase::breakOffAll() {
+    std::vector<Pass*> passes;
+    for (auto& [object, ofObject] : open) {
+        for (Pass& pass : ofObject.working) {
+            passes.push_back(&pass);
+        }
+    }
+    std::sort(passes.begin(), passes.end(),
+              [](const Pass* left, const Pass* right) { return left->number < right->number; });
+    for (Pass* const pass : passes) {
+        breakOff(*pass, lastTime);
+    }
+}
+
+/// Gives work that began before anybody was named to the first who is, and drops assignments to nobody and to
+/// workers who have the pass already.
+void XesCase::settleWorkers() {
+    std::vector<MeroId> workers(passCount + 1, MeroNoId);
+    for (auto row = rows.rbegin(); row != rows.rend(); ++row) {
+        if (row->worker != MeroNoId) {
+            workers[row->pass] = row->worker;
+        } else if (row->code != EventObjectReached) {
+            row->worker = workers[row->pass];
+        }
+    }
+    workers.assign(workers.size(), MeroNoId);
+    std::erase_if(rows, [&workers](const XesRow& row) {
+        return row.code == EventExecutiveAssigned &&
+               std::exchange(workers[row.pass], row.worker) == row.worker;
+    });
+}
+
+void XesCase::add(std::int32_t code, Pass& pass, std::int64_t time) {
+    pass.since = time;
     XesRow row;
     row.time = time;
     row.code = code;
-    row.object = event.object;
-    row.worker = event.worker;
-    row.pass = pass;
+    row.object = pass.object;
+    row.worker = pass.worker;
+    row.pass = pass.number;
     rows.push_back(row);
 }
 
 /// Puts the rows in order between the start of the case, which may be that of an interval, and its end.
 void XesCase::frame(std::uint32_t caseNumber) {
+    breakOffAll();
+    settleWorkers();
     const auto isEarlier = [](const XesRow& left, const XesRow& right) { return left.time < right.time; };
     rows.front().time = std::min_element(rows.begin(), rows.end(), isEarlier)->time;
     std::stable_sort(rows.begin(), rows.end(), isEarlier);
-    add(aborted ? EventInstanceDropped : EventProcessEnd, {}, lastTime, 0);
+    Pass none;
+    add(aborted ? EventInstanceDropped : EventProcessEnd, none, lastTime);
     for (std::size_t index = 0; index < rows.size(); ++index) {
         rows[index].caseNumber = caseNumber;
         rows[index].sequence = static_cast<std::uint32_t>(index);

@@ -21,7 +21,7 @@ struct XesCaseEvent {
 };
 
 /// Makes the rows of a case: its start, passes and end. Work ends pair with work starts of the same activity,
-/// first in, first out.
+/// first in, first out. Each work period is closed within its case, with the worker who opened it.
 class XesCase {
 public:
     /// `timeOfNothing` is the time of a case in which no event has one; with `everyEventIsPass` transitions
@@ -34,14 +34,18 @@ public:
     const std::vector<XesRow>& rowsOf(std::vector<XesCaseEvent>& events, std::uint32_t caseNumber);
 
 private:
+    enum class PassState { Waiting, Working, Suspended };
     struct Pass {
         std::uint32_t number = 0;
+        MeroId object = MeroNoId;
         MeroId worker = MeroNoId;
-        bool suspended = false;
+        std::int64_t since = 0;  ///< time of its last row
+        std::size_t period = 0;  ///< row before the one that opened its last work period
+        PassState state = PassState::Waiting;
     };
     struct Passes {
         std::deque<Pass> waiting;  ///< reached, not at work
-        std::deque<Pass> working;
+        std::deque<Pass> working;  ///< or suspended
     };
 
     void fillTimes(std::vector<XesCaseEvent>& events) const;
@@ -54,8 +58,15 @@ private:
     void drop(const XesCaseEvent& event);
 
     Pass reach(const XesCaseEvent& event, std::int64_t time);
-    void startWork(Pass& pass, const XesCaseEvent& event, std::int64_t time);
-    void add(std::int32_t code, const XesCaseEvent& event, std::int64_t time, std::uint32_t pass);
+    void nameWorker(Pass& pass, MeroId worker);
+    void openPeriod(std::int32_t code, Pass& pass, MeroId worker, std::int64_t time);
+    void closePeriod(std::int32_t code, Pass& pass, MeroId worker, std::int64_t time);
+    /// Suspends the pass if it is at work.
+    void breakOff(Pass& pass, std::int64_t time);
+    void breakOffAll();
+
+    void add(std::int32_t code, Pass& pass, std::int64_t time);
+    void settleWorkers();
     void frame(std::uint32_t caseNumber);
 
     std::int64_t fallbackTime;

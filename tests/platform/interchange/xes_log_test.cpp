@@ -1,3 +1,4 @@
+#include <fmt/format.h>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <map>
@@ -16,8 +17,9 @@ namespace {
 
 /// What is measured of the events of a run.
 struct Figures {
-    std::map<std::string, int> passes;         ///< ended, by activity
-    std::map<std::string, double> secondsSum;  ///< of work, by activity
+    std::map<std::string, int> passes;          ///< ended, by activity
+    std::map<std::string, double> secondsSum;   ///< of work, by activity
+    std::map<std::string, double> busySeconds;  ///< of ended passes, by worker
     int cases = 0;
     int handovers = 0;
     int openCases = 0;
@@ -50,9 +52,13 @@ Figures figuresOf(XesTrace& trace, const Repository& repository) {
         } else if (event.code == EventWorkEnd) {
             const std::string activity = repository.findObject(event.objectId)->name.GetStr();
             ++figures.passes[activity];
-            figures.secondsSum[activity] += static_cast<double>(event.time - started.at(pass));
+            const auto seconds = static_cast<double>(event.time - started.at(pass));
+            figures.secondsSum[activity] += seconds;
             MeroId& last = lastWorker.at(mainKey);
             const MeroId worker = event.executiveId;
+            if (worker != MeroNoId) {
+                figures.busySeconds[repository.findObject(worker)->name.GetStr()] += seconds;
+            }
             figures.handovers += last != MeroNoId && worker != MeroNoId && last != worker ? 1 : 0;
             last = worker;
         }
@@ -72,6 +78,9 @@ void compareDurations(const nlohmann::json& reference, const Figures& figures) {
             EXPECT_NEAR(figures.secondsSum.at(activity) / values["n"].get<double>(),
                         values["mean"].get<double>(), 1e-6)
                 << activity;
+        }
+        for (const auto& [worker, seconds] : reference["own_fifo_pairing"]["resource_busy_s"].items()) {
+            EXPECT_NEAR(figures.busySeconds.at(worker), seconds.get<double>(), 1e-6) << worker;
         }
     }
 }
@@ -198,10 +207,53 @@ TEST(XesTrace, GivesUpPassesWithoutAnEndAndEndsAbortedCases) {
               begin + "2:22 1.2 A; 3:13 1; 3:6");
     EXPECT_EQ(play(trace(work + event("A", "start", "02") + event("A", "ate_abort", "03") +
                          event("B", "complete", "04"))),
-              begin + "2:22 1.2 A; 2:17 1.2 A; 4:22 1.3 B; 4:17 1.3 B; 4:20 1.3 B; 4:13 1; 4:6");
+              begin + "2:22 1.2 A; 2:17 1.2 A; 3:18 1.2 A; 4:22 1.3 B; 4:17 1.3 B; 4:20 1.3 B; 4:13 1; 4:6");
     EXPECT_EQ(play(trace(work + event("A", "pi_abort", "02") + event("B", "complete", "03"))),
               begin + "2:15 1; 2:6");
     EXPECT_EQ(play(trace(work + event("A", "Wait - User", "02"))), begin + "2:13 1; 2:6");
+}
+
+TEST(XesTrace, ClosesWorkThatOutlastsItsCase) {
+    const std::string work = event("D", "complete", "01") + event("A", "start", "01", resource("Ann")) +
+                             event("B", "start", "01", resource("Bob")) +
+                             event("B", "suspend", "02", resource("Bob"));
+    const std::string begin =
+        "0:3; 1:11 1; 1:22 1.1 D; 1:17 1.1 D; 1:20 1.1 D; 1:22 1.2 A; 1:1 1.2 A Ann; 1:17 1.2 A Ann; "
+        "1:22 1.3 B; 1:1 1.3 B Bob; 1:17 1.3 B Bob; 2:18 1.3 B Bob; ";
+    EXPECT_EQ(play(trace(work)), begin + "2:18 1.2 A Ann; 2:13 1; 2:6");
+    EXPECT_EQ(play(trace(work + event("A", "pi_abort", "03") + event("A", "complete", "04"))),
+              begin + "3:18 1.2 A Ann; 3:15 1; 3:6");
+    EXPECT_EQ(play(trace(work + event("A", "ate_abort", "03") + event("C", "start", "04") +
+                         event("C", "suspend", "05"))),
+              begin + "3:18 1.2 A Ann; 4:22 1.4 C; 4:17 1.4 C; 5:18 1.4 C; 5:13 1; 5:6");
+}
+
+TEST(XesTrace, GivesEachWorkPeriodOneWorker) {
+    const std::string begin = "0:3; 1:11 1; 1:22 1.1 A; ";
+    const std::string end = "5:13 1; 5:6";
+    const std::string ann = resource("Ann");
+    const std::string bob = resource("Bob");
+    for (const auto& [events, expected] : std::vector<std::pair<std::string, std::string>>{
+             {event("A", "start", "01", ann) + event("A", "suspend", "02") + event("A", "resume", "03"),
+              "1:1 1.1 A Ann; 1:17 1.1 A Ann; 2:18 1.1 A Ann; 3:19 1.1 A Ann; 5:20 1.1 A Ann; "},
+             {event("A", "start", "01") + event("A", "suspend", "02") + event("A", "resume", "03", bob),
+              "1:1 1.1 A Bob; 1:17 1.1 A Bob; 2:18 1.1 A Bob; 3:19 1.1 A Bob; 5:20 1.1 A Bob; "},
+             {event("A", "start", "01", ann) + event("A", "suspend", "02", ann) +
+                  event("A", "resume", "03", bob),
+              "1:1 1.1 A Ann; 1:17 1.1 A Ann; 2:18 1.1 A Ann; 3:1 1.1 A Bob; 3:19 1.1 A Bob; 5:20 1.1 A "
+              "Bob; "},
+             {event("A", "start", "01", ann) + event("A", "reassign", "02", bob) +
+                  event("A", "assign", "03", bob),
+              "1:1 1.1 A Ann; 1:17 1.1 A Ann; 2:18 1.1 A Ann; 2:1 1.1 A Bob; 2:19 1.1 A Bob; 5:20 1.1 A "
+              "Bob; "},
+             {event("A", "start", "01") + event("A", "assign", "02", bob),
+              "1:1 1.1 A Bob; 1:17 1.1 A Bob; 5:20 1.1 A Bob; "}}) {
+        EXPECT_EQ(play(trace(events + event("A", "complete", "05"))),
+                  fmt::format("{}{}{}", begin, expected, end));
+    }
+    EXPECT_EQ(play(trace(event("A", "assign", "01", ann) + event("A", "start", "02", ann) +
+                         event("A", "complete", "05", bob))),
+              begin + "1:1 1.1 A Ann; 2:1 1.1 A Bob; 2:17 1.1 A Bob; 5:20 1.1 A Bob; " + end);
 }
 
 TEST(XesTrace, PairsFirstInFirstOutAndSortsByTime) {
@@ -236,6 +288,11 @@ TEST(XesTrace, PlaysIntervalEventsFromTheirStart) {
     EXPECT_EQ(play(trace(event("A", "", "09", from("01")) + event("B", "", "05", from("07")))),
               "0:3; 1:11 1; 1:22 1.2 A; 1:17 1.2 A; 5:22 1.1 B; 5:17 1.1 B; 5:20 1.1 B; 9:20 1.2 A; "
               "9:13 1; 9:6");
+    EXPECT_EQ(play(trace(event("A", "schedule", "01") + event("A", "complete", "09", from("05")) +
+                         event("B", "schedule", "02") + event("B", "assign", "03", resource("Ann")) +
+                         event("B", "complete", "09", from("01")))),
+              "0:3; 1:11 1; 1:22 1.1 A; 2:22 1.2 B; 3:1 1.2 B Ann; 3:17 1.2 B Ann; 5:17 1.1 A; 9:20 1.1 A; "
+              "9:20 1.2 B Ann; 9:13 1; 9:6");
 }
 
 TEST(XesTrace, HeedsOrDropsOffsets) {
