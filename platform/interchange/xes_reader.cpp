@@ -63,9 +63,7 @@ private:
     std::optional<XesStep> open(const XesTag& tag, XesEvent& event) {
         const bool atLevel = elements.size() == static_cast<std::size_t>(level);
         if (level == Level::Document) {
-            if (ended || tag.name != "log") {
-                throw DocumentRefused(fmt::format("expected the element \"log\", found \"{}\"", tag.name));
-            }
+            requireLog(tag);
             level = Level::Log;
         } else if (atLevel && tag.name == "trace" && level == Level::Log) {
             level = Level::Trace;
@@ -91,6 +89,16 @@ private:
             return XesStep::TraceBegin;
         }
         return std::nullopt;
+    }
+
+    void requireLog(const XesTag& root) const {
+        if (ended) {
+            throw DocumentRefused(
+                fmt::format("a second root element, \"{}\"; a file holds one log", root.name));
+        }
+        if (root.name != "log") {
+            throw DocumentRefused(fmt::format("expected the element \"log\", found \"{}\"", root.name));
+        }
     }
 
     std::optional<XesStep> close(const XesTag& tag, XesEvent& event) {

@@ -35,6 +35,10 @@ std::uint32_t numericEntity(std::string_view name) {
     return point;
 }
 
+[[noreturn]] void refuseEncoding(std::string_view encoding) {
+    throw DocumentRefused(fmt::format("the encoding \"{}\" isn't supported", encoding));
+}
+
 void appendEntity(std::string& text, std::string_view name) {
     constexpr std::pair<std::string_view, char> Predefined[] = {
         {"lt", '<'}, {"gt", '>'}, {"amp", '&'}, {"quot", '"'}, {"apos", '\''}};
@@ -109,6 +113,10 @@ void XesTags::setText(std::string& target, std::string_view raw) const {
 
 bool XesTags::next(XesTag& tag, bool insideRoot) {
     inside = insideRoot;
+    if (!begun) {
+        begun = true;
+        refuseWideEncodings();
+    }
     while (true) {
         if (!findOpening()) {
             return false;
@@ -124,6 +132,20 @@ bool XesTags::next(XesTag& tag, bool insideRoot) {
         } else {
             splitTag(takeTag(), tag);
             return true;
+        }
+    }
+}
+
+/// Encodings of two and of four bytes are told by their byte order mark, else by the first "<".
+void XesTags::refuseWideEncodings() {
+    using namespace std::string_view_literals;
+    constexpr std::pair<std::string_view, const char*> Beginnings[] = {
+        {"\xFF\xFE\0\0"sv, "UTF-32"}, {"\0\0\xFE\xFF"sv, "UTF-32"}, {"<\0\0\0"sv, "UTF-32"},
+        {"\0\0\0<"sv, "UTF-32"},      {"\xFF\xFE"sv, "UTF-16"},     {"\xFE\xFF"sv, "UTF-16"},
+        {"<\0"sv, "UTF-16"},          {"\0<"sv, "UTF-16"}};
+    for (const auto& [beginning, encoding] : Beginnings) {
+        if (startsWith(beginning)) {
+            refuseEncoding(encoding);
         }
     }
 }
@@ -212,7 +234,7 @@ void XesTags::readInstruction() {
     });
     latin1 = encoding == "ISO-8859-1";
     if (!latin1 && !encoding.empty() && encoding != "UTF-8" && encoding != "US-ASCII") {
-        throw DocumentRefused(fmt::format("the encoding \"{}\" isn't supported", encoding));
+        refuseEncoding(encoding);
     }
 }
 
@@ -230,6 +252,10 @@ std::string_view XesTags::takeTag() {
     while (true) {
         for (; tagBegin + length < buffer.size(); ++length) {
             const char byte = buffer[tagBegin + length];
+            if (byte == '<') {
+                throw DocumentRefused(quote != 0 ? "\"<\" inside of an attribute's value"
+                                                 : "\"<\" inside of a tag");
+            }
             if (quote != 0) {
                 quote = byte == quote ? '\0' : quote;
             } else if (byte == '"' || byte == '\'') {
@@ -237,8 +263,6 @@ std::string_view XesTags::takeTag() {
             } else if (byte == '>') {
                 position = tagBegin + length + 1;
                 return std::string_view(buffer).substr(tagBegin + 1, length - 1);
-            } else if (byte == '<') {
-                throw DocumentRefused("\"<\" inside of a tag");
             }
         }
         if (!fill()) {

@@ -39,6 +39,7 @@ public:
     [[nodiscard]] std::size_t column() const { return tagBegin - lineBegin + 1; }
 
 private:
+    void refuseWideEncodings();
     bool findOpening();
     void checkText(std::string_view text);
     bool fill();
@@ -57,6 +58,7 @@ private:
     std::size_t counted = 0;  ///< lines are counted up to here
     std::size_t lineNumber = 1;
     std::size_t lineBegin = 0;  ///< wraps where the line began before the buffer
+    bool begun = false;
     bool latin1 = false;
     bool firstText = true;
     bool inside = false;
