@@ -28,9 +28,7 @@ public:
         report.models.push_back(process);
         report.environment = environment;
         addNotes(report);
-        if (survey.earliest) {
-            report.runOptions = "--start " + wallClockText(survey.startOfCalendar());
-        }
+        report.runOptions = "--start " + wallClockText(survey.startOfCalendar());
         return report;
     }
 

@@ -56,9 +56,15 @@ void XesSurvey::add(const XesEvent& event) {
     }
 }
 
+IsoTime XesSurvey::beginning() const {
+    using namespace std::chrono;
+    constexpr sys_days FirstMonday = 1970y / January / 5;
+    return earliest.value_or(IsoTime{milliseconds(FirstMonday.time_since_epoch()).count()});
+}
+
 std::int64_t XesSurvey::startOfCalendar() const {
     using std::chrono::milliseconds;
-    const std::chrono::sys_time<milliseconds> first(milliseconds(earliest.value_or(IsoTime{}).wallClock()));
+    const std::chrono::sys_time<milliseconds> first(milliseconds(beginning().wallClock()));
     const auto day = std::chrono::floor<std::chrono::days>(first);
     const auto monday = day - (std::chrono::weekday(day) - std::chrono::Monday);
     return milliseconds(monday.time_since_epoch()).count();

@@ -53,8 +53,10 @@ struct XesSurvey {
 
     void add(const XesEvent& event);
 
-    /// Time 0 of a replay: midnight before the Monday before the earliest event, in milliseconds of the clock
-    /// that the event's writer saw.
+    /// The earliest time of the log; a Monday's midnight for a log without times, all of which happens then.
+    [[nodiscard]] IsoTime beginning() const;
+    /// Time 0 of a replay: midnight before the Monday before the beginning, in milliseconds of the clock that
+    /// its writer saw.
     [[nodiscard]] std::int64_t startOfCalendar() const;
 };
 

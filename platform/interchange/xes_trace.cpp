@@ -128,10 +128,10 @@ private:
     }
 
     void readCases(const XesSurvey& survey) {
-        const IsoTime earliest = survey.earliest.value_or(IsoTime{});
+        const IsoTime beginning = survey.beginning();
         const std::int64_t week = survey.startOfCalendar();
-        zero = clock == XesClock::WallClock ? week : week - earliest.offset;
-        XesCase builder(clock == XesClock::WallClock ? earliest.wallClock() : earliest.milliseconds,
+        zero = clock == XesClock::WallClock ? week : week - beginning.offset;
+        XesCase builder(clock == XesClock::WallClock ? beginning.wallClock() : beginning.milliseconds,
                         survey.everyEventIsPass());
         XesReader reader(input, source);
         XesEvent event;

@@ -295,6 +295,20 @@ TEST(XesTrace, PlaysIntervalEventsFromTheirStart) {
               "9:20 1.2 B Ann; 9:13 1; 9:6");
 }
 
+TEST(XesTrace, PlaysALogWithoutTimesAtTimeZero) {
+    const std::string log =
+        trace(event("A", "complete", "")) + trace(event("A", "complete", "") + event("B", "complete", "x"));
+    const std::string expected =
+        "0:3; 0:11 1; 0:22 1.1 A; 0:17 1.1 A; 0:20 1.1 A; 0:13 1; 0:11 2; 0:22 2.1 A; 0:17 2.1 A; 0:20 2.1 "
+        "A; "
+        "0:22 2.2 B; 0:17 2.2 B; 0:20 2.2 B; 0:13 2; 0:6";
+    EXPECT_EQ(play(log), expected);
+    EXPECT_EQ(play(log, XesClock::WallClock), expected);
+    std::istringstream input("<log>" + log + "</log>");
+    Repository repository;
+    EXPECT_EQ(importXes(input, "log.xes", repository).value().runOptions, "--start 1970-01-05T00:00:00");
+}
+
 TEST(XesTrace, HeedsOrDropsOffsets) {
     const std::string log = trace(
         "<event><string key='concept:name' value='A'/><string key='lifecycle:transition' value='start'/>"
