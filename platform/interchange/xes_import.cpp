@@ -6,9 +6,12 @@
 #include <set>
 #include <unordered_map>
 
+#include "component/host/simulation.h"
+
 #include "platform/interchange/name_rules.h"
 #include "platform/interchange/object_writer.h"
 #include "platform/interchange/run_parameters.h"
+#include "platform/interchange/xes_case.h"
 #include "platform/interchange/xes_reader.h"
 #include "platform/interchange/xes_survey.h"
 
@@ -46,7 +49,7 @@ private:
 
     void readEvents() {
         XesEvent event;
-        std::size_t eventsBefore = 0;
+        std::vector<XesCaseEvent> events;
         while (true) {
             const Result<XesStep> step = reader.next(event);
             if (!step) {
@@ -55,15 +58,16 @@ private:
             switch (step.value()) {
                 case XesStep::TraceBegin:
                     makeProcess();
-                    eventsBefore = survey.events;
+                    events.clear();
                     break;
                 case XesStep::Event:
                     survey.add(event);
-                    addObjects(event);
+                    events.push_back(addObjects(event));
                     break;
                 case XesStep::TraceEnd:
                     ++survey.cases;
-                    survey.emptyCases += survey.events == eventsBefore ? 1U : 0U;
+                    survey.emptyCases += events.empty() ? 1U : 0U;
+                    countUnmannedPasses(events);
                     break;
                 case XesStep::LogEnd:
                     return;
@@ -84,11 +88,21 @@ private:
         return (file.extension() == ".xes" ? file.stem() : file).string();
     }
 
-    void addObjects(const XesEvent& event) {
-        (void)object(process, "Task", event.activity.empty() ? NoActivityName : event.activity, activities);
-        if (event.resource.empty()) {
-            return;
+    XesCaseEvent addObjects(const XesEvent& event) {
+        XesCaseEvent played;
+        played.object =
+            object(process, "Task", event.activity.empty() ? NoActivityName : event.activity, activities);
+        if (!event.resource.empty()) {
+            played.worker = addWorker(event);
         }
+        if (const auto time = parseIsoTime(event.time); time) {
+            played.time = time->milliseconds;
+        }
+        played.transition = transitionOf(event.transition);
+        return played;
+    }
+
+    MeroId addWorker(const XesEvent& event) {
         if (environment == MeroNoId) {
             environment = writer.addModel(
                 freeModelName(std::string(repository.findModel(process)->name.view()) + " resources"),
@@ -100,6 +114,14 @@ private:
         }
         if (!event.group.empty()) {
             relateOnce("Belongs to", worker, object(environment, "Organisational unit", event.group, units));
+        }
+        return worker;
+    }
+
+    /// Of a case with a life cycle; without one each event is a pass by itself.
+    void countUnmannedPasses(std::vector<XesCaseEvent>& events) {
+        for (const XesRow& row : cases.rowsOf(events, 0)) {
+            unmannedPasses += row.code == EventWorkStart && row.worker == MeroNoId ? 1U : 0U;
         }
     }
 
@@ -133,7 +155,12 @@ private:
         addNote(report, survey.emptyCases, "traces without events", "left out");
         addNote(report, survey.withoutActivity, "events without activity",
                 fmt::format("played as \"{}\"", NoActivityName));
-        addNote(report, survey.withoutResource, "events without resource", "played without a worker");
+        addNote(report, survey.withoutResource, "events without resource",
+                "played with the worker of their pass");
+        addNote(
+            report, survey.everyEventIsPass() ? survey.withoutResource : unmannedPasses,
+            "passes without any resource",
+            "played without a worker; work load, strain and costs on the process model stop at the first");
         addNote(report, survey.withoutTime, "events without time", "played with the event before them");
         addNote(report, survey.unreadableTimes, "times that can't be read", "taken as missing");
         if (survey.everyEventIsPass()) {
@@ -148,6 +175,8 @@ private:
     Repository& repository;
     ObjectWriter writer;
     XesSurvey survey;
+    XesCase cases{0, false};
+    std::size_t unmannedPasses = 0;
     MeroId process = MeroNoId;
     MeroId environment = MeroNoId;
     Known activities;
