@@ -62,8 +62,12 @@ public:
     void clearPlans() { queue.clear(); }
     /// Crosses the next borders of shifts of the workforce.
     void crossBorders();
-    /// Sends of each live instance, in the order of their start, what an observer that comes now has to know:
-    /// the instance, its calls, who holds a pass, and that work goes on.
+    /// Until `announceLive` nothing is sent, while the gate is asked as ever.
+    void keepSilent() { silent = true; }
+    /// Begins to send: first of each live instance, in the order of their start, what an observer that comes
+    /// now has to know so that what is sent later means to it what it always means. The instance and its open
+    /// calls begin, a pass that is open is reached and, if work on it has begun, who holds it is named and
+    /// work begins. Passes whose work has ended aren't told.
     void announceLive();
 
     [[nodiscard]] double clock() const { return now; }
@@ -177,6 +181,7 @@ private:
     bool countStep(std::uint32_t instance);
     void giveUp(std::uint32_t instance, std::string why);
     void announce(std::uint32_t scope);
+    void announcePass(std::uint32_t pass);
 
     // Flow of tokens.
     std::uint32_t openScope(std::uint32_t model, std::uint32_t callingPass, std::uint32_t instance);
@@ -276,6 +281,7 @@ private:
     std::uint64_t lastKey = 0;
     std::uint64_t lastPass = 0;
     bool stopped = false;
+    bool silent = false;
 };
 
 }  // namespace mero

@@ -16,6 +16,7 @@ struct RunLimits {
     static constexpr std::uint64_t Timeless = 100'000;
     static constexpr auto TimelessReport =
         "the instances take no time, so that the end of the run is never reached";
+    static constexpr auto WarmUpReport = "the run ends within the warm-up, so that nothing is measured";
     static constexpr std::uint64_t ProgressInterval = 1000;
 };
 

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <utility>
 
 #include "platform/engine/process_runner.h"
 
@@ -84,11 +85,15 @@ void ProcessRunner::emit(SimEvent& simEvent, ControlComponent::ClassSlot slot) {
         stopped = true;
         return;
     }
+    if (silent) {
+        return;
+    }
     simEvent.time = wholeSeconds(now);
     control.sendFiltered(simEvent, slot);
 }
 
 void ProcessRunner::announceLive() {
+    silent = false;
     std::vector<std::pair<std::uint64_t, std::uint32_t>> live;
     for (std::uint32_t index = 0; index < instances.size(); ++index) {
         if (instances[index].alive) {
@@ -105,17 +110,28 @@ void ProcessRunner::announceLive() {
 void ProcessRunner::announce(std::uint32_t scope) {
     for (std::uint32_t token = scopes[scope].firstToken; token != None; token = tokens[token].next) {
         for (std::uint32_t pass = tokens[token].firstPass; pass != None; pass = passes[pass].next) {
-            const PassState state = passes[pass].state;
-            if (state == PassState::Calling) {
+            if (passes[pass].state == PassState::Calling) {
                 sendCall(pass);
                 announce(passes[pass].calledScope);
-            } else if (state == PassState::Working || state == PassState::Suspended) {
-                sendAssigned(pass);
-                if (state == PassState::Working) {
-                    sendPass(EventWorkResumed, pass);
-                }
+            } else if (passes[pass].state != PassState::Resting) {
+                announcePass(pass);
             }
         }
+    }
+}
+
+void ProcessRunner::announcePass(std::uint32_t pass) {
+    const PassState state = passes[pass].state;
+    const Holders holders = std::exchange(passes[pass].holders, {});
+    sendPass(EventObjectReached, pass);
+    passes[pass].holders = holders;
+    if (state != PassState::Working && state != PassState::Suspended) {
+        return;
+    }
+    sendAssigned(pass);
+    sendPass(EventWorkStart, pass);
+    if (state == PassState::Suspended) {
+        sendPass(EventWorkSuspended, pass);
     }
 }
 

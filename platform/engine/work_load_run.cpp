@@ -26,13 +26,18 @@ WorkLoadRun::WorkLoadRun(const SimulationSettings& runSettings, const ProcessGra
       workforce(staffPlan),
       arrivals(arrivalPlan, graph, seed, runSettings.instances),
       runner(graph, seed, controlComponent, *this),
-      restartTime(runSettings.warmUp > 0 ? static_cast<double>(runSettings.warmUp) : Never) {
+      observationTime(runSettings.warmUp > 0 ? static_cast<double>(runSettings.warmUp) : Never) {
     runner.contendFor(workforce);
+    if (isWarmingUp()) {
+        runner.keepSilent();
+    }
 }
 
 RunSummary WorkLoadRun::run() {
     const double end = settings.until ? static_cast<double>(*settings.until) : Never;
-    sendRunEvent(EventRunStart, 0.0);
+    if (!isWarmingUp()) {
+        sendRunEvent(EventRunStart, 0.0);
+    }
     while (!ended && !runner.isStopped()) {
         double time = Never;
         const Next next = chooseNext(time);
@@ -48,6 +53,10 @@ RunSummary WorkLoadRun::run() {
             break;
         }
         goOn(next);
+    }
+    if (isWarmingUp()) {
+        sendRunEvent(EventRunStart, runner.clock());
+        ++summary.reports[RunLimits::WarmUpReport];
     }
     summary.endTime = wholeSeconds(runner.clock());
     sendRunEvent(EventRunEnd, runner.clock());
@@ -67,10 +76,10 @@ WorkLoadRun::Next WorkLoadRun::chooseNext(double& time) const {
     if (isDone()) {
         return Next::Nothing;
     }
-    time = std::min({workforce.nextBorder(), restartTime, arrival, plan});
+    time = std::min({workforce.nextBorder(), observationTime, arrival, plan});
     return time == Never                    ? Next::Nothing
            : time == workforce.nextBorder() ? Next::Border
-           : time == restartTime            ? Next::Restart
+           : time == observationTime        ? Next::Observation
            : time == arrival                ? Next::Arrival
                                             : Next::Plan;
 }
@@ -84,8 +93,8 @@ void WorkLoadRun::goOn(Next next) {
         case Next::Border:
             runner.crossBorders();
             return;
-        case Next::Restart:
-            restart();
+        case Next::Observation:
+            beginObservation();
             break;
         case Next::Arrival:
             arrive();
@@ -111,17 +120,16 @@ void WorkLoadRun::arrive() {
     }
 }
 
-/// What an instance did before the observation isn't told again, but that it is there and who works on it.
-void WorkLoadRun::restart() {
-    runner.setClock(restartTime);
-    restartTime = Never;
-    sendRunEvent(EventRestart, runner.clock());
+/// To the observers the run begins here.
+void WorkLoadRun::beginObservation() {
+    runner.setClock(observationTime);
+    observationTime = Never;
     sendRunEvent(EventRunStart, runner.clock());
     runner.announceLive();
 }
 
 bool WorkLoadRun::isIdleForEver(double time) const {
-    const bool waits = runner.hasPlan() || arrivals.nextTime() != Never || restartTime != Never;
+    const bool waits = runner.hasPlan() || arrivals.nextTime() != Never || isWarmingUp();
     return !waits && (!workforce.isWanted() || time > lastDeed + LongestIdleness);
 }
 
@@ -130,8 +138,7 @@ bool WorkLoadRun::mayGoOn(double time) {
         ++summary.reports[RunLimits::TimeReport];
         return false;
     }
-    if (progress && control.eventCount() >= nextProgress) {
-        nextProgress = control.eventCount() + RunLimits::ProgressInterval;
+    if (progress && happened++ % RunLimits::ProgressInterval == 0) {
         summary.cancelled = !progress(runner.counts().started, wholeSeconds(time));
     }
     return !summary.cancelled;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <limits>
+
 #include "platform/engine/arrival_process.h"
 #include "platform/engine/process_runner.h"
 #include "platform/engine/simulation_settings.h"
@@ -10,8 +12,8 @@ namespace mero {
 /// A run of either work load analysis on calendar time: instances arrive and live side by side, and contend
 /// for workers and resources. A run that is limited by a number of instances goes on until all of them have
 /// ended; what is open at the end of a run that is limited by time is counted as unfinished and sends
-/// nothing. After the warm-up of a static work load the run begins anew for its observers, while the
-/// processes go on.
+/// nothing. Of the warm-up of a static work load nothing is sent: the run's start is sent at its end, and
+/// then what is going on at that time.
 class WorkLoadRun final : EventGate {
 public:
     WorkLoadRun(const SimulationSettings& runSettings, const ProcessGraph& graph, const StaffPlan& staffPlan,
@@ -22,14 +24,17 @@ public:
 
 private:
     /// What comes next, in the order of things that are due at the same time.
-    enum class Next { Nothing, Border, Restart, Arrival, Plan };
+    enum class Next { Nothing, Border, Observation, Arrival, Plan };
 
     bool mayGoOn(double time) override;
     [[nodiscard]] Next chooseNext(double& time) const;
     [[nodiscard]] bool isDone() const;
     void goOn(Next next);
     void arrive();
-    void restart();
+    [[nodiscard]] bool isWarmingUp() const {
+        return observationTime != std::numeric_limits<double>::infinity();
+    }
+    void beginObservation();
     [[nodiscard]] bool isIdleForEver(double time) const;
     void sendRunEvent(MeroEventCode code, double time);
 
@@ -41,9 +46,9 @@ private:
     ArrivalProcess arrivals;
     ProcessRunner runner;
     RunSummary summary;
-    double restartTime;
-    double lastDeed = 0.0;  ///< time of the last thing that wasn't a border
-    std::uint64_t nextProgress = 0;
+    double observationTime;      ///< end of the warm-up; infinity when that has passed
+    double lastDeed = 0.0;       ///< time of the last thing that wasn't a border
+    std::uint64_t happened = 0;  ///< events, also those that aren't sent
     std::uint64_t timeless = 0;  ///< arrivals since the clock moved
     bool ended = false;
 };

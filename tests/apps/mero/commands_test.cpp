@@ -152,6 +152,38 @@ TEST_F(CommandsTest, TableShowsRunAgentAnalysisScaleAndExtremes) {
     EXPECT_EQ(total.out.find("1.1."), std::string::npos);
 }
 
+TEST_F(CommandsTest, ResultsBeginAfterTheWarmUpAndAreThoseOfItsRecord) {
+    writeFile(document, R"json({
+  "format": "mero-repository", "version": 1,
+  "models": [ { "name": "Order", "type": "Business process",
+    "objects": [
+      { "name": "Begin", "class": "Start event",
+        "attributes": { "Quantity": 259200, "Time period": "per day" } },
+      { "name": "Check", "class": "Task", "attributes": { "Duration": "fixed(36)", "Execution time": "00:000:00:00:36" } } ],
+    "relations": [ { "class": "Sequence flow", "from": "Begin", "to": "Check" } ],
+    "agents": [ { "name": "Counts", "class": "Process agent", "objects": "all \"Activity\"",
+      "calendar": "CALENDAR DAILY hours:\"00:00-24:00\"",
+      "definition": "AGENT wlstatic-analysis FREQUENCY name:\"F\" resultscope:mainobjects relative AVGSUM name:\"S\" resultscope:mainobjects class:\"Activity\" attribute:\"Execution time\" attribute-type:time" } ]
+  } ] })json");
+    const std::string events = folder / "run.csv";
+    const std::vector<std::string> common{
+        document,  "--models",         "Order",           "--analysis", "static",
+        "--start", "2026-01-05T00:00", "--results",       "csv",        "--scaled",
+        "1",       "--scope",          "00:000:01:00:00", "--period",   "00:001:00:00:00"};
+    std::vector<std::string> simulate{
+        "simulate", "--until", "00:000:02:00:00", "--warm-up", "00:000:01:00:00", "--record-events", events};
+    simulate.insert(simulate.end(), common.begin(), common.end());
+    const ProgramRun run = runProgram(simulate);
+    ASSERT_EQ(run.status, 0) << run.err;
+    std::vector<std::string> replay{"replay", "--events", events};
+    replay.insert(replay.end(), common.begin(), common.end());
+    for (const std::string& out : {run.out, runProgram(replay).out}) {
+        // Each instance passes the task once, and three a second are 10,800 in an hour.
+        EXPECT_NE(out.find(",Counts,F,Order,Check,Order / Check,1,"), std::string::npos) << out;
+        EXPECT_NE(out.find(",Counts,S,Order,Check,Order / Check,388800,s,10800,"), std::string::npos) << out;
+    }
+}
+
 TEST_F(CommandsTest, OddModelsAreToldInTheWordsOfTheUser) {
     struct Case {
         std::string model;

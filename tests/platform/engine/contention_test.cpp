@@ -181,7 +181,7 @@ TEST_F(ContentionTest, RunEndsAtItsTimeWithWorkUnfinished) {
     EXPECT_EQ(summary.endTime, 22);
 }
 
-TEST_F(ContentionTest, WarmUpEndsWithARestartThatTellsWhatIsGoingOn) {
+TEST_F(ContentionTest, RunBeginsForItsObserversAfterTheWarmUpWithWhatIsGoingOn) {
     clerk("Ann");
     ProcessBuilder sub(repository, "Sub");
     sub.chain(
@@ -190,13 +190,56 @@ TEST_F(ContentionTest, WarmUpEndsWithARestartThatTellsWhatIsGoingOn) {
     ProcessBuilder model(repository, "Order");
     model.chain({model.add("Start event", "Begin", {{"Arrival", text("fixed(10)")}}),
                  model.add("Call activity", "Call", {{"Referenced model", text("Sub")}})});
+    log.tellsReached = true;
     settings.analysis = Analysis::StaticWorkLoad;
     settings.warmUp = 20;
-    simulate(model, 2);
+    const RunSummary summary = simulate(model, 3);
     EXPECT_EQ(log.text,
-              "3@0, 11@0 #1, 12@0, 1@0 Inner Ann, 17@0 Inner Ann, 11@10 #3, 12@10, 20@15 Inner Ann, 14@15, "
-              "13@15 #1, 1@15 Inner Ann, 17@15 Inner Ann, 28@20, 3@20, 11@20 #3, 12@20, 1@20 Inner Ann, "
-              "19@20 Inner Ann, 20@30 Inner Ann, 14@30, 13@30 #3, 6@30");
+              "3@20, 11@20 #3, 12@20, 22@20 Inner, 1@20 Inner Ann, 17@20 Inner Ann, 11@20 #5, 12@20, "
+              "22@20 Inner, 20@30 Inner Ann, 14@30, 13@30 #3, 1@30 Inner Ann, 17@30 Inner Ann, "
+              "20@45 Inner Ann, 14@45, 13@45 #5, 6@45");
+    EXPECT_EQ(summary.events, 18U);
+    EXPECT_EQ(summary.finished, 3U);
+}
+
+TEST_F(ContentionTest, EveryStateOfAPassIsToldOnceAfterTheWarmUp) {
+    const std::string_view untilTen = "CALENDAR DAILY hours:\"00:00-00:10 12:00-24:00\"";
+    clerk("Ann", {{"Calendar", text(untilTen)}});
+    staff.add("Equipment", "Van");
+    ProcessBuilder model(repository, "Order");
+    const MeroId split = model.add("Parallel gateway", "Split");
+    model.chain({model.add("Start event", "Begin", {{"Arrival", text("fixed(100)")}}), split});
+    // Suspended from 600 on; the other two wait for Ann, and their time before work.
+    model.chain({split, model.add("Task", "Broken",
+                                  {{"Duration", text("fixed(900)")},
+                                   {"Performer", text("role \"Clerk\"")},
+                                   {"Resources", text("all \"Equipment\"")}})});
+    model.chain({split, model.add("Task", "Queued", {{"Performer", text("role \"Clerk\"")}})});
+    model.chain({split, model.add("Task", "Waiting", {{"Waiting time", text("00:000:01:00:00")}})});
+    model.chain({split, model.add("Task", "Resting", {{"Resting time", text("00:000:01:00:00")}})});
+    log.tellsReached = true;
+    settings.analysis = Analysis::StaticWorkLoad;
+    settings.warmUp = 660;
+    simulate(model, 1);
+    EXPECT_EQ(log.text,
+              "3@660, 11@660 #1, 22@660 Waiting, 22@660 Queued, 22@660 Broken, 1@660 Broken Ann, "
+              "8@660 Broken Ann+Van, 17@660 Broken Ann+Van, 18@660 Broken Ann+Van, 17@3600 Waiting, "
+              "20@3600 Waiting, 19@43200 Broken Ann+Van, 20@43500 Broken Ann+Van, 9@43500 Broken Ann+Van, "
+              "1@43500 Queued Ann, 17@43500 Queued Ann, 20@43500 Queued Ann, 13@43500 #1, 6@43500");
+}
+
+TEST_F(ContentionTest, WarmUpMayLastAsLongAsTheRunOrLonger) {
+    const auto model = oneTask("fixed(10)", {{"Duration", text("fixed(15)")}});
+    settings.analysis = Analysis::StaticWorkLoad;
+    settings.warmUp = 22;
+    settings.until = 22;
+    EXPECT_TRUE(simulate(model, 0).reports.empty());
+    EXPECT_EQ(log.text, "3@22, 11@22 #2, 17@22 Check, 11@22 #3, 17@22 Check, 6@22");
+    settings.until.reset();
+    const RunSummary summary = simulate(model, 1);
+    EXPECT_EQ(log.text, "3@15, 6@15");
+    EXPECT_EQ(summary.reports, (std::map<std::string, std::uint64_t>{
+                                   {"the run ends within the warm-up, so that nothing is measured", 1}}));
 }
 
 TEST_F(ContentionTest, WorkerAndResourceThatNeverMeetEndTheRun) {

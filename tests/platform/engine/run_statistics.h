@@ -11,7 +11,7 @@
 namespace mero {
 
 /// Means of what a run sends: waiting from reaching an object to the start of work on it, seconds of work by
-/// worker, length of the finished instances. They begin anew with the run.
+/// worker, length of the finished instances.
 class RunStatistics : public EventSink {
 public:
     struct Mean {
@@ -31,12 +31,6 @@ public:
         switch (event.code) {
             case EventRunStart:
                 runStart = static_cast<double>(event.time);
-                break;
-            case EventRestart:
-                waitings.clear();
-                spans.clear();
-                worked.clear();
-                allWaitings = lengths = workLengths = {};
                 break;
             case EventProcessStart:
                 cases.try_emplace(std::string(event.mainKey->view()), Case{event.time});
