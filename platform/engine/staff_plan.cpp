@@ -9,6 +9,7 @@
 
 #include "component/host/simulation.h"
 
+#include "platform/engine/task_places.h"
 #include "platform/language/assignment_rule.h"
 #include "platform/language/kiln_document.h"
 #include "platform/repository/repository_services.h"
@@ -202,15 +203,7 @@ private:
     }
 
     void addDurations() {
-        std::unordered_map<std::string, std::vector<std::uint32_t>> nodesByName;
-        for (const ProcessModel& model : graph.models()) {
-            for (std::uint32_t index = 0; index < model.nodes.size(); ++index) {
-                if (model.nodes[index].kind == NodeKind::Activity) {
-                    const Object& task = *repository.findObject(model.nodes[index].objectId);
-                    nodesByName[std::string(task.name.view())].push_back(model.firstNode + index);
-                }
-            }
-        }
+        const TaskPlaces places(repository, graph);
         for (std::uint32_t worker = 0; worker < plan.workerCrew.members.size(); ++worker) {
             const Object& object = *repository.findObject(plan.workerCrew.members[worker].id);
             const SV::String text = repository.textOf(object, "Task durations");
@@ -219,23 +212,31 @@ private:
                 refuse(object, "Task durations", document.error().text);
                 return;
             }
-            for (const KilnElement& element : document.value().elements) {
-                addDuration(object, worker, document.value(), element, nodesByName);
+            addDurations(object, worker, document.value(), places);
+        }
+    }
+
+    /// Those for tasks of every model come first, so that one for a certain model comes before them.
+    void addDurations(const Object& object, std::uint32_t worker, const KilnDocument& document,
+                      const TaskPlaces& places) {
+        std::set<std::pair<std::string, std::string>> seen;
+        for (const bool ofModel : {false, true}) {
+            for (const KilnElement& element : document.elements) {
+                if ((document.find(element, "model") != nullptr) == ofModel) {
+                    addDuration(object, worker, document, element, places, seen);
+                }
             }
         }
     }
 
     void addDuration(const Object& object, std::uint32_t worker, const KilnDocument& document,
-                     const KilnElement& element,
-                     const std::unordered_map<std::string, std::vector<std::uint32_t>>& nodesByName) {
+                     const KilnElement& element, const TaskPlaces& places,
+                     std::set<std::pair<std::string, std::string>>& seen) {
         const KilnAttribute* task = document.find(element, "task");
         const KilnAttribute* text = document.find(element, "distribution");
         if (element.keyword != "DURATION" || task == nullptr || text == nullptr) {
-            refuse(object, "Task durations", "expected DURATION task:\"…\" distribution:\"…\"");
-            return;
-        }
-        const auto nodes = nodesByName.find(task->value.plain());
-        if (nodes == nodesByName.end()) {
+            refuse(object, "Task durations",
+                   "expected DURATION task:\"…\" distribution:\"…\", or with model:\"…\"");
             return;
         }
         Result<Distribution> distribution = Distribution::parse(text->value.plain());
@@ -243,8 +244,23 @@ private:
             refuse(object, "Task durations", distribution.error().text);
             return;
         }
+        const KilnAttribute* ofModel = document.find(element, "model");
+        const std::string name = task->value.plain();
+        const auto model = ofModel != nullptr ? std::optional(ofModel->value.plain()) : std::nullopt;
+        const std::string place =
+            model ? fmt::format("\"{}\" of model \"{}\"", name, *model) : fmt::format("\"{}\"", name);
+        if (!seen.emplace(name, model ? "in " + *model : "").second) {
+            report(object, fmt::format("has two durations for the task {}: the last counts", place));
+        }
+        const std::vector<std::uint32_t>& nodes = places.nodesOf(model, name);
+        if (nodes.empty()) {
+            if (!places.isKnown(model, name)) {
+                report(object, fmt::format("has a duration for the task {}, which isn't there", place));
+            }
+            return;
+        }
         plan.distributions.push_back(std::move(distribution.value()));
-        for (const std::uint32_t node : nodes->second) {
+        for (const std::uint32_t node : nodes) {
             plan.durationsOfNode[node].resize(plan.workerCrew.members.size(), StaffPlan::None);
             plan.durationsOfNode[node][worker] = static_cast<std::uint32_t>(plan.distributions.size() - 1);
         }

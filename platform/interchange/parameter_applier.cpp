@@ -117,7 +117,7 @@ private:
         setExecutionTime(object, durationOf(node));
         if (!sharesDuration(node)) {
             for (const CrewDuration& duration : node.crewDurations) {
-                staff.addDuration(duration, nameOf(object));
+                staff.addDuration(duration, *repository.findObject(object));
             }
         }
         if (!node.performers.empty()) {

@@ -43,11 +43,12 @@ std::string StaffWriter::roleOf(const std::vector<std::string>& crews, const std
     return std::string(repository.findObject(found->second)->name.view());
 }
 
-void StaffWriter::addDuration(const CrewDuration& duration, std::string_view task) {
+void StaffWriter::addDuration(const CrewDuration& duration, const Object& task) {
     for (const MeroId worker : workers.at(duration.crew)) {
         std::string& text = taskDurations[worker];
-        text += fmt::format("{}DURATION task:{} distribution:{}", text.empty() ? "" : "\n", kilnString(task),
-                            kilnString(duration.distribution));
+        text += fmt::format("{}DURATION model:{} task:{} distribution:{}", text.empty() ? "" : "\n",
+                            kilnString(repository.findModel(task.modelId)->name.view()),
+                            kilnString(task.name.view()), kilnString(duration.distribution));
     }
 }
 

@@ -22,8 +22,8 @@ public:
     /// Name of the role that these crews and nobody else have; where there is none it is made, with the name
     /// of the task.
     std::string roleOf(const std::vector<std::string>& crews, const std::string& task);
-    /// Adds to what the workers of the crew need for tasks.
-    void addDuration(const CrewDuration& duration, std::string_view task);
+    /// Adds to what the workers of the crew need for tasks; `task` is an object of a process.
+    void addDuration(const CrewDuration& duration, const Object& task);
     /// Stores what was added.
     void storeDurations();
 

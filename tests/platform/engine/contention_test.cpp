@@ -134,6 +134,37 @@ TEST_F(ContentionTest, WorkersHaveDurationsOfTheirOwn) {
               "20@5 Check Bob, 13@5 #2, 20@7 Check Ann, 13@7 #1, 6@7");
 }
 
+TEST_F(ContentionTest, DurationsOfWorkersAreThoseOfTheTaskInItsModel) {
+    clerk("Ann",
+          {{"Task durations", text("DURATION model:\"Order\" task:\"Check\" distribution:\"fixed(7)\" "
+                                   "DURATION model:\"Sub\" task:\"Check\" distribution:\"fixed(100)\" "
+                                   "DURATION task:\"Check\" distribution:\"fixed(1)\" "
+                                   "DURATION task:\"Look\" distribution:\"fixed(2)\" "
+                                   "DURATION task:\"Look\" distribution:\"fixed(3)\" "
+                                   "DURATION task:\"Chek\" distribution:\"fixed(3)\" "
+                                   "DURATION model:\"Other\" task:\"Look\" distribution:\"fixed(9)\"")}});
+    const auto task = [this](ProcessBuilder& model, std::string_view name) {
+        return model.add("Task", name, {{"Performer", text("role \"Clerk\"")}});
+    };
+    ProcessBuilder sub(repository, "Sub");
+    sub.chain({sub.add("Start event", "Begin"), task(sub, "Check")});
+    ProcessBuilder model(repository, "Order");
+    model.chain({model.add("Start event", "Begin", {{"Arrival", text("fixed(10)")}}), task(model, "Check"),
+                 model.add("Call activity", "Call", {{"Referenced model", text("Sub")}}),
+                 task(model, "Look")});
+    simulate(model, 1);
+    EXPECT_EQ(log.text,
+              "3@0, 11@0 #1, 1@0 Check Ann, 17@0 Check Ann, 20@7 Check Ann, 12@7, 1@7 Check Ann, "
+              "17@7 Check Ann, 20@107 Check Ann, 14@107, 1@107 Look Ann, 17@107 Look Ann, 20@110 Look Ann, "
+              "13@110 #1, 6@110");
+    EXPECT_EQ(problems,
+              (std::vector<std::string>{
+                  "model \"Staff\", object \"Ann\" has two durations for the task \"Look\": the last counts",
+                  "model \"Staff\", object \"Ann\" has a duration for the task \"Chek\", which isn't there",
+                  "model \"Staff\", object \"Ann\" has a duration for the task \"Look\" of model \"Other\", "
+                  "which isn't there"}));
+}
+
 TEST_F(ContentionTest, InterruptingTimerFreesTheWorkerAndThePlaceInTheQueue) {
     clerk("Ann");
     ProcessBuilder model(repository, "Order");

@@ -124,7 +124,7 @@ TEST_F(ProsimosParameters, MakeWorkersWithRolesCalendarsAndWages) {
     }
     EXPECT_EQ(repository.numberOf(object("Loan staff", "Clerk 2"), "Hourly wages"), 20.5);
     EXPECT_EQ(text(object("Loan staff", "Ann"), "Task durations"),
-              R"x(DURATION task:"Check \"it\"" distribution:"normal(30,1) in [0,inf]")x");
+              R"x(DURATION model:"Loan" task:"Check \"it\"" distribution:"normal(30,1) in [0,inf]")x");
     EXPECT_EQ(report.value().environment, repository.findModel("Loan staff")->id);
 }
 
