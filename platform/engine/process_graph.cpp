@@ -8,6 +8,8 @@
 
 #include "component/host/core_time.h"
 
+#include "platform/engine/flow_split.h"
+
 namespace mero {
 
 namespace {
@@ -45,9 +47,13 @@ EventKind eventKindOf(std::string_view word) {
 
 class GraphCompiler {
 public:
-    GraphCompiler(const Repository& compiledRepository, TimeBase base)
-        : repository(compiledRepository), library(compiledRepository.library()), timeBase(base) {
+    GraphCompiler(const Repository& compiledRepository, TimeBase base, MessageUse use)
+        : repository(compiledRepository),
+          library(compiledRepository.library()),
+          timeBase(base),
+          messageUse(use) {
         flowClasses = {relationClassId(library, "Sequence flow"), relationClassId(library, "Attached to")};
+        flowProbability = library.findRelationAttribute(flowClasses.sequence, "Probability")->id;
     }
 
     Result<ProcessGraph> compile(std::span<const MeroId> mainModels) {
@@ -64,7 +70,10 @@ public:
         while (waiting.size() > graph.compiled.size()) {
             compileModel(*waiting[graph.compiled.size()]);
         }
-        addMessages();
+        if (messageUse == MessageUse::Act) {
+            addMessages();
+        }
+        addSplits();
         if (failure) {
             return *failure;
         }
@@ -105,7 +114,7 @@ private:
         }
         addFlows(model);
         addBoundaries(model);
-        addRules(model);
+        addJoins(model);
         addStarts(model);
         addReaches(model);
         for (const auto& [object, node] : nodeOfObject) {
@@ -209,6 +218,7 @@ private:
                 if (relation->classId == flowClasses.sequence && target != nodeOfObject.end()) {
                     model.flows.push_back({target->second, model.nodes[target->second].slotCount++,
                                            repository.numberOf(*relation, "Probability"),
+                                           findValue(relation->values, flowProbability) != nullptr,
                                            repository.numberOf(*relation, "Default") != 0.0});
                 }
             }
@@ -245,23 +255,36 @@ private:
         }
     }
 
-    void addRules(ProcessModel& model) {
+    void addJoins(ProcessModel& model) {
         for (ProcessNode& node : model.nodes) {
-            const Object& object = *repository.findObject(node.objectId);
-            if (isOf(object, CoreParallelGateway)) {
-                node.join = node.slotCount > 1 ? JoinRule::All : JoinRule::Merge;
-            } else if (isOf(object, CoreInclusiveGateway)) {
-                node.join = node.slotCount > 1 ? JoinRule::Inclusive : JoinRule::Merge;
-                node.split = SplitRule::Some;
-            } else if (isOf(object, CoreExclusiveGateway)) {
-                node.split = SplitRule::One;
-            } else if (isOf(object, CoreEventBasedGateway)) {
-                node.split = splitOfRace(model, node);
-            } else {
-                node.split = splitWithoutGateway(model, node);
+            if (node.slotCount > 1) {
+                const GatewayKind gateway = gatewayKindOf(*repository.findObject(node.objectId));
+                node.join = gateway == GatewayKind::Parallel    ? JoinRule::All
+                            : gateway == GatewayKind::Inclusive ? JoinRule::Inclusive
+                                                                : JoinRule::Merge;
             }
-            shareProbabilities(model, node, object);
         }
+    }
+
+    void addSplits() {
+        for (ProcessModel& model : graph.compiled) {
+            for (ProcessNode& node : model.nodes) {
+                const Object& object = *repository.findObject(node.objectId);
+                for (const std::string& oddity : decideSplit(model, node, gatewayKindOf(object))) {
+                    report(model, object, oddity);
+                }
+            }
+        }
+    }
+
+    [[nodiscard]] GatewayKind gatewayKindOf(const Object& object) const {
+        constexpr std::array Kinds = {std::pair{CoreParallelGateway, GatewayKind::Parallel},
+                                      std::pair{CoreInclusiveGateway, GatewayKind::Inclusive},
+                                      std::pair{CoreExclusiveGateway, GatewayKind::Exclusive},
+                                      std::pair{CoreEventBasedGateway, GatewayKind::EventBased}};
+        const auto* const found = std::find_if(Kinds.begin(), Kinds.end(),
+                                               [&](const auto& each) { return isOf(object, each.first); });
+        return found != Kinds.end() ? found->second : GatewayKind::None;
     }
 
     void addMessages() {
@@ -291,81 +314,6 @@ private:
         if (waits || starts) {
             graph.messages.push_back(place);
             target.awaitsMessage = true;
-        }
-    }
-
-    /// Chances given on the flows decide where no target says how long it waits.
-    static SplitRule splitOfRace(const ProcessModel& model, const ProcessNode& node) {
-        const auto flows = model.flowsOf(node);
-        const bool timed = std::any_of(flows.begin(), flows.end(), [&](const ProcessFlow& flow) {
-            return !model.nodes[flow.target].work.isZero();
-        });
-        return timed ? SplitRule::Race : SplitRule::One;
-    }
-
-    static SplitRule splitWithoutGateway(const ProcessModel& model, const ProcessNode& node) {
-        double sum = 0.0;
-        for (const ProcessFlow& flow : model.flowsOf(node)) {
-            sum += std::max(0.0, flow.probability);
-        }
-        if (node.flowCount < 2 || sum <= 0.0) {
-            return SplitRule::All;
-        }
-        return sum <= 1.0 + Tolerance ? SplitRule::One : SplitRule::Some;
-    }
-
-    void shareProbabilities(ProcessModel& model, const ProcessNode& node, const Object& object) {
-        if (node.split != SplitRule::One && node.split != SplitRule::Some) {
-            return;
-        }
-        const auto flows = std::span(model.flows).subspan(node.firstFlow, node.flowCount);
-        double sum = 0.0;
-        std::size_t missing = 0;
-        ProcessFlow* defaultFlow = nullptr;
-        for (ProcessFlow& flow : flows) {
-            if (flow.probability < 0.0 || flow.probability > 1.0) {
-                report(model, object, "has an outgoing flow whose probability isn't between 0 and 1");
-                flow.probability = std::clamp(flow.probability, 0.0, 1.0);
-            }
-            sum += flow.probability;
-            missing += flow.probability == 0.0 ? 1 : 0;
-            defaultFlow = flow.isDefault ? &flow : defaultFlow;
-        }
-        if (node.split == SplitRule::Some && node.kind != NodeKind::Gateway) {
-            // A flow without a condition is always taken.
-            for (ProcessFlow& flow : flows) {
-                flow.probability = flow.probability == 0.0 && !flow.isDefault ? 1.0 : flow.probability;
-            }
-            return;
-        }
-        const double rest = std::max(0.0, 1.0 - sum);
-        if (missing != 0) {
-            for (ProcessFlow& flow : flows) {
-                flow.probability =
-                    flow.probability == 0.0 ? rest / static_cast<double>(missing) : flow.probability;
-            }
-        } else if (defaultFlow != nullptr && node.split == SplitRule::One) {
-            defaultFlow->probability += rest;
-        }
-        if (node.split == SplitRule::One) {
-            normalise(model, flows, object);
-        }
-    }
-
-    void normalise(const ProcessModel& model, std::span<ProcessFlow> flows, const Object& object) {
-        double sum = 0.0;
-        for (const ProcessFlow& flow : flows) {
-            sum += flow.probability;
-        }
-        if (flows.empty() || sum <= 0.0) {
-            return;
-        }
-        if (sum > 1.0 + Tolerance || sum < 1.0 - Tolerance) {
-            report(model, object,
-                   fmt::format("has probabilities that make up {}, and are taken in proportion", sum));
-        }
-        for (ProcessFlow& flow : flows) {
-            flow.probability /= sum;
         }
     }
 
@@ -471,12 +419,12 @@ private:
         graph.oddities.push_back(fmt::format("model \"{}\" {}", model.name, what));
     }
 
-    static constexpr double Tolerance = 1e-6;
-
     const Repository& repository;
     const Library& library;
     TimeBase timeBase;
+    MessageUse messageUse;
     FlowClasses flowClasses;
+    MeroId flowProbability = MeroNoId;
     ProcessGraph graph;
     std::vector<const Model*> waiting;
     std::unordered_map<MeroId, std::uint32_t> indices;
@@ -487,8 +435,8 @@ private:
 };
 
 Result<ProcessGraph> ProcessGraph::compile(const Repository& repository, std::span<const MeroId> mainModels,
-                                           TimeBase base) {
-    return GraphCompiler(repository, base).compile(mainModels);
+                                           TimeBase base, MessageUse messageUse) {
+    return GraphCompiler(repository, base, messageUse).compile(mainModels);
 }
 
 }  // namespace mero

@@ -21,11 +21,14 @@ struct TimeBase {
 enum class NodeKind : std::uint8_t { Start, End, Activity, Call, Intermediate, Boundary, Gateway };
 enum class JoinRule : std::uint8_t { Merge, All, Inclusive };
 /// Which of its outgoing flows a node takes: all, one by probability, each by its own probability but at
-/// least one, or the one whose target is due first.
+/// least one, or the one whose target is due first, by its time or its message.
 enum class SplitRule : std::uint8_t { All, One, Some, Race };
 enum class LoopKind : std::uint8_t { None, Standard, Parallel, Sequential };
 /// What the events of BPMN 2.0 mean to the engine; all other kinds are passed through.
 enum class EventKind : std::uint8_t { Plain, Timer, Error, Cancel, Terminate };
+
+/// Whether message flows act, or what they lead to goes on without them.
+enum class MessageUse : std::uint8_t { Act, PassBy };
 
 /// Time that something takes: fixed seconds, or a distribution of the graph.
 struct Duration {
@@ -40,6 +43,7 @@ struct ProcessFlow {
     std::uint32_t target = 0;  ///< node
     std::uint32_t slot = 0;    ///< of the target's incoming flow in its model
     double probability = 0.0;
+    bool isGiven = false;  ///< the model has the probability; a given 0 is never taken
     bool isDefault = false;
 };
 
@@ -107,15 +111,16 @@ struct ProcessModel {
 
 /// The models of a run and all that they call, as dense arrays. The meaning of nodes and flows is that of
 /// BPMN 2.0, chapter 13. Where probabilities are missing, the flows without one share what the others leave
-/// of 1, and a default flow takes what is left when all have one. A node that isn't a gateway takes all its
-/// outgoing flows, unless some have probabilities: then one of them if these make up 1 at most, else each by
-/// its own.
+/// of 1, which is told, and a default flow takes what is left when all have one. A node that isn't a gateway
+/// takes all its outgoing flows, unless some have probabilities: then one of them if these make up 1 at most,
+/// else each by its own. An event-based gateway waits for what comes first where each of its targets has a
+/// time or awaits a message, and else chooses by probability.
 class ProcessGraph {
 public:
     /// Refused: unknown models, models that can't be simulated, times and distributions that can't be read.
     /// Everything else that is odd is told in `problems` and handled as said there.
     static Result<ProcessGraph> compile(const Repository& repository, std::span<const MeroId> mainModels,
-                                        TimeBase base);
+                                        TimeBase base, MessageUse messageUse = MessageUse::Act);
 
     [[nodiscard]] const std::vector<ProcessModel>& models() const { return compiled; }
     /// Indices of the main models, in the order given.

@@ -46,7 +46,9 @@ Result<Simulation> Simulation::prepare(Repository& repository, const SimulationS
     if (const Result<void> checked = checkSettings(settings); !checked) {
         return checked.error();
     }
-    Result<ProcessGraph> graph = ProcessGraph::compile(repository, settings.models, settings.timeBase);
+    Result<ProcessGraph> graph =
+        ProcessGraph::compile(repository, settings.models, settings.timeBase,
+                              isWorkLoad(settings.analysis) ? MessageUse::Act : MessageUse::PassBy);
     if (!graph) {
         return graph.error();
     }

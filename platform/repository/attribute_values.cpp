@@ -63,7 +63,7 @@ double numberOrZero(const AttributeValues& values, const Library::Attribute* att
 void storeValue(AttributeValues& values, const Library::Attribute& attribute, AttributeValue value) {
     const auto place = std::lower_bound(values.begin(), values.end(), attribute.id, isBefore);
     const bool isStored = place != values.end() && place->first == attribute.id;
-    if (value == defaultOf(attribute)) {
+    if (value == defaultOf(attribute) && !attribute.tellsUnset) {
         if (isStored) {
             values.erase(place);
         }

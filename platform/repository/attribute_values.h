@@ -4,7 +4,8 @@
 
 namespace mero {
 
-// Values of attributes by the rules of their types; defaults aren't stored.
+// Values of attributes by the rules of their types; defaults aren't stored, unless the
+// attribute tells a given value from none.
 
 [[nodiscard]] bool isNumber(const Library::Attribute& attribute);
 /// The value as it is to be stored, or why it doesn't fit.

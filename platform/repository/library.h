@@ -23,6 +23,7 @@ public:
         double defaultNumber = 0.0;                 ///< default of integers and doubles
         std::vector<std::string> enumeration = {};  ///< words of an enumeration
         bool holdsAgentText = false;                ///< limited to 3600 code points
+        bool tellsUnset = false;                    ///< a value that was given counts, also the default
     };
     struct Class {
         MeroId id;

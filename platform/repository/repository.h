@@ -18,10 +18,11 @@ namespace mero {
 /// Text of text-like attributes, integer or double.
 using AttributeValue = std::variant<SV::String, std::int32_t, double>;
 
-/// Values that differ from their attributes' defaults, in ascending order of attribute.
+/// Values that differ from their attributes' defaults, and all that were given where the attribute
+/// `tellsUnset`, in ascending order of attribute.
 using AttributeValues = std::vector<std::pair<MeroId, AttributeValue>>;
 
-/// The stored value of an attribute; null if it has its default.
+/// The stored value of an attribute; null if it has its default, or none.
 [[nodiscard]] const AttributeValue* findValue(const AttributeValues& values, MeroId attributeId);
 
 struct Relation {

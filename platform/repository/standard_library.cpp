@@ -140,6 +140,9 @@ Library::Attribute integer(MeroId id, const char* name, double byDefault = 0.0) 
 Library::Attribute number(MeroId id, const char* name) {
     return {id, name, AttributeDouble};
 }
+Library::Attribute optionalNumber(MeroId id, const char* name) {
+    return {id, name, AttributeDouble, "", 0.0, {}, false, true};
+}
 Library::Attribute assignmentRule(MeroId id, const char* name) {
     return {id, name, AttributeAssignmentRule};
 }
@@ -200,7 +203,7 @@ std::vector<Library::Attribute> attributeTable() {
         agentText(EnvironmentAgentInfoText, "Info text"),
         calendar(ResourceCalendar, "Calendar", DefaultCalendar),
 
-        number(FlowProbability, "Probability"),
+        optionalNumber(FlowProbability, "Probability"),
         text(FlowCondition, "Condition"),
         integer(FlowDefault, "Default"),
         text(FlowWaypoints, "Waypoints"),

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include "tests/platform/engine/model_builder.h"
 
 namespace mero {
@@ -11,9 +13,12 @@ public:
         : ModelBuilder(filledRepository, name, 0, ClassCodeProcessLibrary) {}
 
     /// Without a probability the flow has none.
-    void flow(MeroId from, MeroId to, double probability = 0.0, bool isDefault = false) {
+    void flow(MeroId from, MeroId to, std::optional<double> probability = std::nullopt,
+              bool isDefault = false) {
         const MeroId relation = relate("Sequence flow", from, to);
-        setOnFlow(relation, "Probability", probability);
+        if (probability) {
+            setOnFlow(relation, "Probability", *probability);
+        }
         setOnFlow(relation, "Default", std::int32_t{isDefault});
     }
     void chain(std::initializer_list<MeroId> nodes) {

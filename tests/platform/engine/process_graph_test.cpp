@@ -21,16 +21,19 @@ protected:
     std::vector<MeroId> mains;
 };
 
+constexpr std::nullopt_t Missing = std::nullopt;
+
 struct ShareCase {
     std::string className;
-    std::vector<double> given;
+    std::vector<std::optional<double>> given;
     int defaultFlow;  ///< -1 for none
     std::vector<double> expected;
+    std::string oddity;  ///< empty for none
 };
 
 class ProbabilityShares : public testing::TestWithParam<ShareCase> {};
 
-TEST_P(ProbabilityShares, FillTheGaps) {
+TEST_P(ProbabilityShares, FillTheGapsAndTellIt) {
     const ShareCase& share = GetParam();
     Repository repository;
     ProcessBuilder model(repository, "P");
@@ -48,19 +51,73 @@ TEST_P(ProbabilityShares, FillTheGaps) {
     for (std::size_t index = 0; index < flows.size(); ++index) {
         EXPECT_NEAR(flows[index].probability, share.expected[index], 1e-12) << index;
     }
+    const std::vector<std::string>& problems = graph.value().problems();
+    const std::string start =
+        "model \"P\" has no start event: it starts at all objects that nothing leads to";
+    EXPECT_EQ(problems, share.oddity.empty()
+                            ? std::vector<std::string>{start}
+                            : (std::vector<std::string>{start, "model \"P\": \"G\" " + share.oddity}));
 }
 
-INSTANTIATE_TEST_SUITE_P(Gateways, ProbabilityShares,
-                         testing::Values(ShareCase{"Exclusive gateway", {0.0, 0.0}, -1, {0.5, 0.5}},
-                                         ShareCase{
-                                             "Exclusive gateway", {0.5, 0.0, 0.0}, -1, {0.5, 0.25, 0.25}},
-                                         ShareCase{"Exclusive gateway", {0.2, 0.3, 0.0}, 2, {0.2, 0.3, 0.5}},
-                                         ShareCase{"Exclusive gateway", {0.2, 0.3}, 0, {0.7, 0.3}},
-                                         ShareCase{"Exclusive gateway", {0.2, 0.6}, -1, {0.25, 0.75}},
-                                         ShareCase{"Exclusive gateway", {1.0, 1.0, 0.0}, -1, {0.5, 0.5, 0.0}},
-                                         ShareCase{"Inclusive gateway", {0.9, 0.8}, -1, {0.9, 0.8}},
-                                         ShareCase{"Task", {0.4, 0.6}, -1, {0.4, 0.6}},
-                                         ShareCase{"Task", {0.9, 0.0}, -1, {0.9, 0.1}}));
+INSTANTIATE_TEST_SUITE_P(
+    Gateways, ProbabilityShares,
+    testing::Values(ShareCase{"Exclusive gateway",
+                              {Missing, Missing},
+                              -1,
+                              {0.5, 0.5},
+                              "has 2 outgoing flows without a probability, each of which gets 0.5"},
+                    ShareCase{"Exclusive gateway",
+                              {0.5, Missing, Missing},
+                              -1,
+                              {0.5, 0.25, 0.25},
+                              "has 2 outgoing flows without a probability, each of which gets 0.25"},
+                    ShareCase{"Exclusive gateway",
+                              {0.2, 0.3, Missing},
+                              2,
+                              {0.2, 0.3, 0.5},
+                              "has an outgoing flow without a probability, which gets 0.5"},
+                    ShareCase{"Exclusive gateway",
+                              {0.5, 0.0, Missing},
+                              -1,
+                              {0.5, 0.0, 0.5},
+                              "has an outgoing flow without a probability, which gets 0.5"},
+                    ShareCase{"Exclusive gateway", {0.2, 0.3}, 0, {0.7, 0.3}, ""},
+                    ShareCase{"Exclusive gateway",
+                              {0.2, 0.6},
+                              -1,
+                              {0.25, 0.75},
+                              "has probabilities that make up 0.8, and are taken in proportion"},
+                    ShareCase{"Exclusive gateway",
+                              {0.9, 0.0},
+                              -1,
+                              {1.0, 0.0},
+                              "has probabilities that make up 0.9, and are taken in proportion"},
+                    ShareCase{"Exclusive gateway",
+                              {0.0, 0.0},
+                              -1,
+                              {0.0, 0.0},
+                              "has no outgoing flow with a probability above 0, and takes the first"},
+                    ShareCase{"Exclusive gateway", {0.0, 0.0}, 1, {0.0, 1.0}, ""},
+                    ShareCase{"Inclusive gateway", {0.9, 0.8}, -1, {0.9, 0.8}, ""},
+                    ShareCase{"Inclusive gateway", {0.5, 0.0}, -1, {0.5, 0.0}, ""},
+                    ShareCase{"Inclusive gateway", {0.5, Missing}, 1, {0.5, 0.5}, ""},
+                    ShareCase{"Inclusive gateway",
+                              {0.7, Missing},
+                              -1,
+                              {0.7, 0.3},
+                              "has an outgoing flow without a probability, which gets 0.3"},
+                    ShareCase{"Task", {Missing, Missing}, -1, {0.0, 0.0}, ""},
+                    ShareCase{"Task", {0.4, 0.6}, -1, {0.4, 0.6}, ""},
+                    ShareCase{"Task",
+                              {0.0, Missing},
+                              -1,
+                              {0.0, 1.0},
+                              "has an outgoing flow without a probability, which gets 1"},
+                    ShareCase{"Task",
+                              {0.9, 0.8, Missing},
+                              -1,
+                              {0.9, 0.8, 1.0},
+                              "has an outgoing flow without a probability, which is always taken"}));
 
 TEST_F(ProcessGraphTest, NamesWhatIsOdd) {
     makeModel("Empty");

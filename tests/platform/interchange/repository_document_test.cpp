@@ -68,7 +68,9 @@ TEST(RepositoryDocument, ValuesKeepEveryBitAndEveryCharacter) {
         {"name": "whole", "class": "Task", "attributes": {"Costs": 3}},
         {"name": "start", "class": "Start event", "attributes": {"Time period": "per year"}}],
       "relations": [{"class": "Sequence flow", "from": "tiny", "to": "whole",
-                     "attributes": {"Probability": 0.30000000000000004, "Condition": "a < b"}}])");
+                     "attributes": {"Probability": 0.30000000000000004, "Condition": "a < b"}},
+                    {"class": "Sequence flow", "from": "whole", "to": "tiny", "attributes": {"Probability": 0}},
+                    {"class": "Sequence flow", "from": "whole", "to": "start"}])");
     Repository repository;
     ASSERT_TRUE(readRepositoryDocument(text, "a.json", repository));
     Repository again;
@@ -83,6 +85,9 @@ TEST(RepositoryDocument, ValuesKeepEveryBitAndEveryCharacter) {
     const Relation& flow = *again.findRelation(again.relationsFrom(1000003).front());
     EXPECT_EQ(again.numberOf(flow, "Probability"), 0.30000000000000004);
     EXPECT_EQ(again.textOf(flow, "Condition"), "a < b");
+    const auto others = again.relationsFrom(1000004);
+    EXPECT_EQ(again.findRelation(others[0])->values.size(), 1U) << "a probability of 0 isn't a missing one";
+    EXPECT_TRUE(again.findRelation(others[1])->values.empty());
 }
 
 struct Broken {
