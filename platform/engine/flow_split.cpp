@@ -123,15 +123,25 @@ private:
         }
     }
 
-    /// Chances given on the flows decide where no target says how long it waits.
+    /// What comes first can be told only where every target says when it comes.
     void race() {
-        if (std::any_of(flows.begin(), flows.end(), [this](const ProcessFlow& flow) {
-                return !model.nodes[flow.target].work.isZero();
-            })) {
+        const auto isKnown = [this](const ProcessFlow& flow) {
+            const ProcessNode& target = model.nodes[flow.target];
+            return target.awaitsMessage || !target.work.isZero();
+        };
+        if (flows.size() > 1 && std::all_of(flows.begin(), flows.end(), isKnown)) {
             node.split = SplitRule::Race;
-        } else {
-            chooseOne();
+            if (isAnyGiven()) {
+                oddities.emplace_back("has probabilities that aren't used: what comes first decides");
+            }
+            return;
         }
+        if (flows.size() > 1 && std::any_of(flows.begin(), flows.end(), isKnown)) {
+            oddities.emplace_back(
+                "leads to an event with neither a time nor a message that is sent: which one comes is chosen "
+                "by probability");
+        }
+        chooseOne();
     }
 
     void leaveWithoutGateway() {

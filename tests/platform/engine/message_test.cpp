@@ -78,8 +78,11 @@ TEST_F(MessageTest, RaceOfMessageAndTimerIsWonByTheFirst) {
     const MeroId come = caught(shop, "Come");
     const MeroId late = shop.add("Intermediate event", "Late",
                                  {{"Event kind", text("timer")}, {"Duration", text("fixed(40)")}});
-    shop.chain({begin(shop, "fixed(20)"), race, come, task(shop, "Task", "Good", 1)});
-    shop.chain({race, late, task(shop, "Task", "Bad", 1)});
+    shop.chain({begin(shop, "fixed(20)"), race});
+    shop.flow(race, come, 1.0);
+    shop.flow(race, late, 0.0);
+    shop.chain({come, task(shop, "Task", "Good", 1)});
+    shop.chain({late, task(shop, "Task", "Bad", 1)});
     const MeroId call = task(customer, "Task", "Call", 30);
     customer.chain({begin(customer, "fixed(1000)"), call});
     customer.message(call, come);
@@ -88,6 +91,9 @@ TEST_F(MessageTest, RaceOfMessageAndTimerIsWonByTheFirst) {
     EXPECT_EQ(log.text,
               "3@0, 11@0 #1, 17@0 Call, 11@0 #2, 11@20 #3, 20@30 Call, 13@30 #1, 17@30 Good, 20@31 Good, "
               "13@31 #2, 17@60 Bad, 20@61 Bad, 13@61 #3, 6@70");
+    EXPECT_EQ(problems,
+              std::vector<std::string>{"model \"Shop\": \"Race\" has probabilities that aren't used: "
+                                       "what comes first decides"});
 }
 
 TEST_F(MessageTest, BoundaryEventFiresWithItsMessage) {

@@ -31,6 +31,7 @@ protected:
     RunSummary simulate() {
         const auto simulation = Simulation::prepare(repository, settings);
         EXPECT_TRUE(simulation.isGood()) << simulation.error().text;
+        problems = simulation.value().problems();
         log.text.clear();
         log.counts.clear();
         log.keepsText = settings.instances <= 5;
@@ -49,6 +50,7 @@ protected:
     SimulationSettings settings;
     RunProgress progress;
     EventLog log{repository};
+    std::vector<std::string> problems;
 };
 
 TEST_F(SimulationTest, InstancesRunOneByOneAndTaskTimesAddUp) {
@@ -216,6 +218,36 @@ TEST_F(SimulationTest, RaceIsWonByTheFirstEvent) {
     expectShare("17 Remind", 0.5, 4000);
     expectShare("17 Answer", 0.5, 4000);
     EXPECT_EQ(summary.endTime, log.counts["17 Remind"] * 21 + log.counts["17 Answer"] * 6);
+}
+
+TEST_F(SimulationTest, BranchesOfEventsAreChosenByProbabilityWhereATimeIsMissing) {
+    ProcessBuilder model(repository, "Order");
+    const MeroId race = model.add("Event-based gateway", "Race");
+    const MeroId message =
+        model.add("Intermediate event", "Message", {{"Event kind", SV::String("message")}});
+    const MeroId timer =
+        model.add("Intermediate event", "Timer",
+                  {{"Event kind", SV::String("timer")}, {"Duration", SV::String("fixed(20)")}});
+    model.chain({model.add("Start event", "Begin"), race});
+    model.flow(race, message, 0.3);
+    model.flow(race, timer, 0.7);
+    model.chain({message, task(model, "Answer", 1)});
+    model.chain({timer, task(model, "Remind", 1)});
+    // A message that is sent is awaited on calendar time only.
+    ProcessBuilder sender(repository, "Sender");
+    sender.message(sender.add("Start event", "Begin"), message);
+    settings.models = {model.id(), sender.id()};
+    settings.seed = 3;
+    settings.instances = 4000;
+    const RunSummary summary = simulate();
+    EXPECT_EQ(
+        problems,
+        std::vector<std::string>{
+            "model \"Order\": \"Race\" leads to an event with neither a time nor a message that is sent: "
+            "which one comes is chosen by probability"});
+    expectShare("17 Answer", 0.3, 4000);
+    expectShare("17 Remind", 0.7, 4000);
+    EXPECT_EQ(summary.endTime, log.counts["17 Remind"] * 21 + log.counts["17 Answer"]);
 }
 
 TEST_F(SimulationTest, TerminateBreaksOffWhatIsOpenInItsOwnProcess) {
