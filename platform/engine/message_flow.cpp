@@ -18,11 +18,12 @@ void ProcessRunner::throwMessages(std::uint32_t scope, const ProcessNode& node) 
     if (messages == nullptr || node.messageCount == 0) {
         return;
     }
-    const std::uint64_t conversation = instances[scopes[scope].instance].conversation;
+    const Instance& sender = instances[scopes[scope].instance];
+    const std::uint64_t conversation = sender.conversation;
     for (const MessageTarget& target : graph.messagesOf(node)) {
         const ProcessModel& model = graph.models()[target.model];
         if (model.nodes[target.node].kind == NodeKind::Start) {
-            messageStarts.push_back({target, conversation});
+            messageStarts.push_back({target, conversation, sender.generation + 1});
             continue;
         }
         const auto receiver = messages->deliver(conversation, target.model, model.firstNode + target.node,

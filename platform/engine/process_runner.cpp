@@ -42,12 +42,12 @@ void ProcessRunner::contendFor(Workforce& force) {
 }
 
 void ProcessRunner::start(std::uint32_t mainModel, std::uint32_t startNode) {
-    startInstance(mainModel, startNode, messages != nullptr ? messages->newConversation() : 0);
+    startInstance(mainModel, startNode, messages != nullptr ? messages->newConversation() : 0, 0);
     settleAll();
 }
 
 void ProcessRunner::startInstance(std::uint32_t mainModel, std::uint32_t startNode,
-                                  std::uint64_t conversation) {
+                                  std::uint64_t conversation, std::uint64_t generation) {
     const std::uint32_t index = instances.take();
     Instance& instance = instances[index];
     instance.alive = true;
@@ -55,6 +55,7 @@ void ProcessRunner::startInstance(std::uint32_t mainModel, std::uint32_t startNo
     instance.model = mainModel;
     instance.steps = 0;
     instance.conversation = conversation;
+    instance.generation = generation;
     instance.reason.clear();
     const std::uint32_t scope = openScope(mainModel, None, index);
     instances[index].rootScope = scope;
@@ -91,14 +92,22 @@ void ProcessRunner::settleAll() {
     dropStuck();
     while (!messageStarts.empty() && !stopped) {
         const MessageStart first = messageStarts.front();
-        messageStarts.erase(messageStarts.begin());
-        startInstance(first.target.model, first.target.node, first.conversation);
+        messageStarts.pop_front();
+        startByMessage(first);
         settle();
         dropStuck();
     }
     if (workforce != nullptr) {
         assignFreed();
     }
+}
+
+void ProcessRunner::startByMessage(const MessageStart& messageStart) {
+    instanceCounts.startedAtOnce = now > messageStartTime ? 1 : instanceCounts.startedAtOnce + 1;
+    instanceCounts.generations = std::max(instanceCounts.generations, messageStart.generation);
+    messageStartTime = now;
+    startInstance(messageStart.target.model, messageStart.target.node, messageStart.conversation,
+                  messageStart.generation);
 }
 
 void ProcessRunner::dropStuck() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <deque>
 #include <map>
 #include <memory>
 #include <string>
@@ -27,6 +28,9 @@ struct RunnerCounts {
     std::uint64_t started = 0;
     std::uint64_t finished = 0;
     std::uint64_t dropped = 0;
+    std::uint64_t startedAtOnce = 0;  ///< by messages, since the clock moved
+    std::uint64_t generations =
+        0;  ///< longest chain of instances, each started by a message of the one before
     std::map<std::string, std::uint64_t> dropReasons;
 
     [[nodiscard]] std::uint64_t live() const { return started - finished - dropped; }
@@ -89,7 +93,8 @@ private:
         std::uint64_t number = 0;  ///< in order of start
         std::uint64_t steps = 0;
         std::uint64_t conversation = 0;
-        std::string reason;  ///< why it is going to be dropped
+        std::uint64_t generation = 0;  ///< so many messages led from an arrival to it
+        std::string reason;            ///< why it is going to be dropped
     };
     /// A process or sub-process instance.
     struct Scope {
@@ -154,6 +159,7 @@ private:
     struct MessageStart {
         MessageTarget target;
         std::uint64_t conversation;
+        std::uint64_t generation;
     };
 
     [[nodiscard]] const ProcessModel& modelOf(std::uint32_t scope) {
@@ -173,7 +179,9 @@ private:
     static SV::String numberedKey(std::string_view prefix, std::uint64_t number);
 
     // Instances.
-    void startInstance(std::uint32_t mainModel, std::uint32_t startNode, std::uint64_t conversation);
+    void startInstance(std::uint32_t mainModel, std::uint32_t startNode, std::uint64_t conversation,
+                       std::uint64_t generation);
+    void startByMessage(const MessageStart& messageStart);
     void endInstance(std::uint32_t instance);
     void settleAll();
     void dropStuck();
@@ -272,7 +280,8 @@ private:
     std::vector<Handle> touchedScopes;
     std::vector<Handle> suspects;  ///< instances that may be stuck
     std::vector<Handle> doomed;    ///< instances that are going to be dropped
-    std::vector<MessageStart> messageStarts;
+    std::deque<MessageStart> messageStarts;
+    double messageStartTime = 0.0;  ///< of the last one
     std::vector<Handle> leftPasses;
     std::vector<Handle> returnedPasses;
     SimEvent event;

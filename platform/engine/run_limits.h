@@ -17,6 +17,14 @@ struct RunLimits {
     static constexpr auto TimelessReport =
         "the instances take no time, so that the end of the run is never reached";
     static constexpr auto WarmUpReport = "the run ends within the warm-up, so that nothing is measured";
+    /// Instances that messages start at the same time.
+    static constexpr std::uint64_t StartedAtOnce = 100'000;
+    static constexpr auto StartedAtOnceReport =
+        "messages start instances at the same time without end, so that the run is ended";
+    /// Instances in a row, each started by a message of the one before, of a run without an end in time.
+    static constexpr std::uint64_t Generations = 100'000;
+    static constexpr auto GenerationsReport =
+        "instances start each other by messages without end, so that the run is ended";
     static constexpr std::uint64_t ProgressInterval = 1000;
 };
 

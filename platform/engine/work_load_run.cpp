@@ -133,9 +133,17 @@ bool WorkLoadRun::isIdleForEver(double time) const {
     return !waits && (!workforce.isWanted() || time > lastDeed + LongestIdleness);
 }
 
+const char* WorkLoadRun::exceededLimit(double time) const {
+    return !(time < RunLimits::Time)                                  ? RunLimits::TimeReport
+           : runner.counts().startedAtOnce > RunLimits::StartedAtOnce ? RunLimits::StartedAtOnceReport
+           : !settings.until && runner.counts().generations > RunLimits::Generations
+               ? RunLimits::GenerationsReport
+               : nullptr;
+}
+
 bool WorkLoadRun::mayGoOn(double time) {
-    if (!(time < RunLimits::Time)) {
-        ++summary.reports[RunLimits::TimeReport];
+    if (const char* const report = exceededLimit(time)) {
+        ++summary.reports[report];
         return false;
     }
     if (progress && happened++ % RunLimits::ProgressInterval == 0) {

@@ -27,6 +27,8 @@ private:
     enum class Next { Nothing, Border, Observation, Arrival, Plan };
 
     bool mayGoOn(double time) override;
+    /// How the limit is told that ends the run now; null if none does.
+    [[nodiscard]] const char* exceededLimit(double time) const;
     [[nodiscard]] Next chooseNext(double& time) const;
     [[nodiscard]] bool isDone() const;
     void goOn(Next next);

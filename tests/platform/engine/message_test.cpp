@@ -110,6 +110,40 @@ TEST_F(MessageTest, BoundaryEventFiresWithItsMessage) {
               "13@30 #2, 6@30");
 }
 
+TEST_F(MessageTest, InstancesThatStartEachOtherWithoutEndEndTheRun) {
+    const MeroId asked = customer.add("Start event", "Asked");
+    const MeroId end = customer.add("End event", "End");
+    customer.chain({begin(customer, "fixed(1000)"), end});
+    customer.chain({asked, end});
+    const MeroId ordered = shop.add("Start event", "Ordered");
+    const MeroId done = shop.add("End event", "Done");
+    shop.chain({ordered, done});
+    customer.message(end, ordered);
+    shop.message(done, asked);
+    const RunSummary summary = simulateBoth(1);
+    EXPECT_EQ(summary.reports,
+              (std::map<std::string, std::uint64_t>{
+                  {"messages start instances at the same time without end, so that the run is ended", 1}}));
+    EXPECT_EQ(summary.started, 100'001U);
+}
+
+TEST_F(MessageTest, InstancesMayStartEachOtherUntilTheEndOfTheRun) {
+    const MeroId ordered = shop.add("Start event", "Ordered");
+    const MeroId order = task(shop, "Task", "Order", 1);
+    shop.chain({ordered, order});
+    shop.message(order, ordered);
+    const MeroId call = task(customer, "Task", "Call", 0);
+    customer.chain({begin(customer, "fixed(1000)"), call});
+    customer.message(call, ordered);
+    EXPECT_EQ(simulateBoth(1).reports,
+              (std::map<std::string, std::uint64_t>{
+                  {"instances start each other by messages without end, so that the run is ended", 1}}));
+    settings.until = 150'000;
+    const RunSummary summary = simulateBoth(1);
+    EXPECT_TRUE(summary.reports.empty());
+    EXPECT_EQ(summary.endTime, 150'000);
+}
+
 TEST_F(MessageTest, EventsWithoutAMessageFlowTakeTheirDuration) {
     const MeroId wait = shop.add("Intermediate event", "Wait",
                                  {{"Event kind", text("message")}, {"Duration", text("fixed(7)")}});
