@@ -5,6 +5,8 @@
 #include "component/host/repository.h"
 #include "component/host/sv_datetime.h"
 
+#include "component/management/message_text.h"
+
 namespace {
 
 constexpr SV::ResId HeaderText{0x20051B3};
@@ -48,12 +50,11 @@ SV::String wrapAsComment(const SV::String& text) {
 
 SV::String makeHistoryHeader(const SV::String& agentName, MeroId modelId, const SV::String& superAgentName) {
     const SV::String model = nameAndVersion(modelId);
-    SV::String text(HeaderText);
-    text.Replace("%s1", agentName);
-    text.Replace("%s2", model);
-    text.Replace("%s6", model);
-    text.Replace("%s3", superAgentName);
-    text.Replace("%s4", SV::International::GetDate(SV::Date::Today(), true));
-    text.Replace("%s5", SV::International::GetTime(SV::Time::Now(), true, false));
-    return wrapAsComment(text);
+    return wrapAsComment(
+        fillMessage(HeaderText, {{"%s1", agentName},
+                                 {"%s2", model},
+                                 {"%s3", superAgentName},
+                                 {"%s4", SV::International::GetDate(SV::Date::Today(), true)},
+                                 {"%s5", SV::International::GetTime(SV::Time::Now(), true, false)},
+                                 {"%s6", model}}));
 }

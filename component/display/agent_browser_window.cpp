@@ -8,6 +8,7 @@
 
 #include "component/display/agent_diagram_start_dialog.h"
 #include "component/display/agent_result_windows.h"
+#include "component/management/message_text.h"
 
 namespace {
 
@@ -63,12 +64,7 @@ void MeroAgentBrowserWindow::setHeaders(const SV::String& caption) {
     SV::String tableHeader(TableHeader);
     tableHeader.Replace("%s", time, tableHeader.Replace("%s", date));
     objects->addHeader(caption + tableHeader);
-    // The caption comes last: it may hold what looks like a place for the others.
-    SV::String pageHeader(PageHeader);
-    pageHeader.Replace("%t", time);
-    pageHeader.Replace("%d", date);
-    pageHeader.Replace("%s", caption);
-    objects->setSecondHeader(pageHeader);
+    objects->setSecondHeader(fillMessage(PageHeader, {{"%s", caption}, {"%d", date}, {"%t", time}}));
 }
 
 void MeroAgentBrowserWindow::setHandlers() {

@@ -7,6 +7,7 @@
 #include "component/display/agent_browser_window.h"
 #include "component/display/graph_result_window.h"
 #include "component/management/general_services.h"
+#include "component/management/message_text.h"
 
 namespace {
 
@@ -69,9 +70,7 @@ bool MeroAgentResultWindows::showTable(SV::Window* parent, const std::vector<Mer
     for (int column = 1; column <= objects->getNumberOfColumns(); ++column) {
         objects->setColumnToolTip(column, objects->getColumnToolTip(column) + SV::String("\n") + view.title);
     }
-    SV::String caption(TableCaption);
-    caption.Replace("%a", nameOfOwner());
-    caption += SV::String(": ") + view.title;
+    const SV::String caption = fillMessage(TableCaption, {{"%a", nameOfOwner()}}) + ": " + view.title;
     browserWindows.push_back(
         std::make_unique<MeroAgentBrowserWindow>(parent, *this, view, caption, std::move(objects)));
     browserWindows.back()->Show();

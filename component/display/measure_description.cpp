@@ -2,6 +2,7 @@
 
 #include "component/agents/atomar_agent.h"
 #include "component/agents/super_agent.h"
+#include "component/management/message_text.h"
 
 namespace {
 
@@ -54,12 +55,6 @@ void appendLine(SV::String& text, const SV::String& line) {
     text += text.IsEmpty() ? line : SV::String("\n") + line;
 }
 
-SV::String filled(SV::ResId line, const SV::String& value) {
-    SV::String text(line);
-    text.Replace("%s", value);
-    return text;
-}
-
 }  // namespace
 
 SV::String describeMeasure(const MeroSuperAgent& owner, const MeroAgentResultSet& set, double factor) {
@@ -72,10 +67,10 @@ SV::String describeMeasure(const MeroSuperAgent& owner, const MeroAgentResultSet
         appendLine(text, SV::String(meaning));
     }
     if (const SV::ResId analysis = nameOfAnalysis(owner.getAnalysisType()); analysis != SV::ResId()) {
-        appendLine(text, filled(AnalysisLine, SV::String(analysis)));
+        appendLine(text, fillMessage(AnalysisLine, {{"%s", SV::String(analysis)}}));
     }
     if (factor != 1.0) {
-        appendLine(text, filled(FactorLine, SV::String(factor)));
+        appendLine(text, fillMessage(FactorLine, {{"%s", SV::String(factor)}}));
     }
     return text;
 }

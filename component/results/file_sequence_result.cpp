@@ -8,6 +8,7 @@
 #include "component/host/core_variables.h"
 
 #include "component/management/general_services.h"
+#include "component/management/message_text.h"
 
 namespace {
 
@@ -19,9 +20,7 @@ constexpr SV::ResId WriteFailed{0x20051D8};
 constexpr SV::ResId ReadFailed{0x20051D9};
 
 void showBoxOfFile(SV::ResId message, const SV::String& fileName) {
-    SV::String text(message);
-    text.Replace("%s", fileName);
-    showErrorBox(text);
+    showErrorBox(fillMessage(message, {{"%s", fileName}}));
 }
 
 /// Right-aligned in at least `width` places, with a decimal point in every locale.

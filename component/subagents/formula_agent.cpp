@@ -5,6 +5,7 @@
 #include "component/host/basic_services.h"
 
 #include "component/management/general_services.h"
+#include "component/management/message_text.h"
 
 namespace {
 
@@ -164,9 +165,7 @@ bool MeroFormulaAgent::substituteName(std::size_t begin, std::size_t end, char& 
     const auto [place, isNew] = variables.try_emplace(agentName);
     if (isNew) {
         if (nextLetter > 'z') {
-            SV::String text(TooManyNames);
-            text.Replace("%s", name);
-            showErrorBox(text);
+            showErrorBox(fillMessage(TooManyNames, {{"%s", name}}));
             return false;
         }
         place->second.Fill(quoted.CountCodePoints(), nextLetter++);
@@ -210,9 +209,7 @@ bool MeroFormulaAgent::hasObjectResults(bool ignoreShowFlag) {
 }
 
 void MeroFormulaAgent::showNoResult() const {
-    SV::String text(NoResult);
-    text.Replace("%s", name);
-    showErrorBox(text);
+    showErrorBox(fillMessage(NoResult, {{"%s", name}}));
 }
 
 std::optional<SV::String> MeroFormulaAgent::variableOf(const MeroAgentResultSet& set) const {

@@ -2,6 +2,7 @@
 
 #include "component/agents/keyword_flags.h"
 #include "component/management/general_services.h"
+#include "component/management/message_text.h"
 #include "component/management/repository_call.h"
 
 namespace {
@@ -9,10 +10,7 @@ namespace {
 constexpr SV::ResId UnknownName{0x2005173};
 
 int refuseName(const SV::String& agentName, const SV::String& unknown) {
-    SV::String text(UnknownName);
-    text.Replace("%s1", agentName);
-    text.Replace("%s2", unknown);
-    showErrorBox(text);
+    showErrorBox(fillMessage(UnknownName, {{"%s1", agentName}, {"%s2", unknown}}));
     return StatusRepositoryError;
 }
 

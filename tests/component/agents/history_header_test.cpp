@@ -24,4 +24,13 @@ TEST(HistoryHeader, BreaksLongLinesAndMarksEach) {
     }
 }
 
+TEST(HistoryHeader, NamesThatLookLikePlacesStayAsTheyAre) {
+    const std::string header(makeHistoryHeader("a %s2 of %s3", MeroNoId, "%s1 %s6 100%").view());
+    EXPECT_NE(header.find("\"a %s2 of %s3\""), std::string::npos) << header;
+    EXPECT_NE(header.find("\"%s1 %s6 100%\""), std::string::npos) << header;
+    for (const char* const place : {"%s4", "%s5"}) {
+        EXPECT_EQ(header.find(place), std::string::npos) << header;
+    }
+}
+
 }  // namespace

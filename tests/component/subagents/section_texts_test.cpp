@@ -152,6 +152,18 @@ TEST(SectionRules, SectionsWithoutANameKeepTheirInputs) {
     }
 }
 
+TEST(SectionRules, UnknownNameIsToldWithTheNamesAsTheyAre) {
+    const EmbeddedPlatform platform(Models);
+    MeroKilnParser parser("STRAIN name:\"of %s2\" resultscope:process class:\"W%s1\"", "s", "n");
+    ASSERT_EQ(parser.Parse(), 0);
+    const auto agent = createEventAgent(AgentTypeStrain, platform.model("Order"), nullptr);
+    EXPECT_EQ(agent->readDefinition(&parser), StatusRepositoryError);
+    const auto& records = SV::BoxDesk::GetGlobal().getRecords();
+    ASSERT_EQ(records.size(), 1U);
+    EXPECT_NE(records[0].text.Search("\"of %s2\""), SV::String::NotFound) << records[0].text.GetStr();
+    EXPECT_NE(records[0].text.Search("\"W%s1\""), SV::String::NotFound) << records[0].text.GetStr();
+}
+
 TEST(SectionRules, SomeTypesStandInProcessModelsOnly) {
     const EmbeddedPlatform platform(Models);
     for (const int type :
