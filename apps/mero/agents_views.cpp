@@ -1,7 +1,9 @@
 #include <CLI/CLI.hpp>
+#include <fmt/format.h>
 
 #include "apps/mero/agent_definitions.h"
 #include "apps/mero/agents_verb.h"
+#include "apps/mero/measure_notes.h"
 #include "apps/mero/text_table.h"
 #include "component/agents/super_agent.h"
 #include "platform/language/object_expression.h"
@@ -155,10 +157,11 @@ private:
 class CheckVerb final : public AgentsVerb {
 public:
     CLI::App* describe(CLI::App& command) override {
-        CLI::App* const verb = command.add_subcommand("check",
-                                                      "Example:\n  mero agents shop.mero check\n\n"
-                                                      "Tells which agents aren't valid, and where their "
-                                                      "texts are wrong. Exit status 1 if there is one.");
+        CLI::App* const verb =
+            command.add_subcommand("check",
+                                   "Example:\n  mero agents shop.mero check\n\n"
+                                   "Tells which agents aren't valid, where their texts are wrong, and "
+                                   "which measures can't be measured. Exit status 1 if there is one.");
         verb->add_option("--model", model, "Agents of this model alone")->type_name("NAME");
         return verb;
     }
@@ -170,16 +173,22 @@ public:
             return agents.error();
         }
         std::size_t invalid = 0;
+        std::size_t incomplete = 0;
         for (const MeroId agentId : agents.value()) {
             const Result<bool> valid = check(session, agentId);
             if (!valid) {
                 return valid.error();
             }
             invalid += valid.value() ? 0 : 1;
+            incomplete += valid.value() && tellFaults(session, agentId) ? 1 : 0;
         }
         if (invalid > 0) {
             return Error{std::to_string(invalid) + " of " + std::to_string(agents.value().size()) +
                          " agents aren't valid"};
+        }
+        if (incomplete > 0) {
+            return Error{std::to_string(incomplete) + " of " + std::to_string(agents.value().size()) +
+                         " agents have measures that no run measures"};
         }
         const std::size_t count = agents.value().size();
         session.console().out << count << (count == 1 ? " agent, valid\n" : " agents, all valid\n");
@@ -187,6 +196,23 @@ public:
     }
 
 private:
+    /// Tells what no run measures. False if there is nothing to tell.
+    static bool tellFaults(AgentsSession& session, MeroId agentId) {
+        const auto agent = session.open(agentId);
+        if (!agent) {
+            return false;
+        }
+        SV::String definition;
+        const auto faults = measureFaultsOf(agent.value()->getDefinitionText(definition).view(),
+                                            session.repository().library());
+        for (const MeasureFault& fault : faults) {
+            session.console().tell(fmt::format("{} / {}: measure \"{}\" can't be measured: {}",
+                                               session.modelNameOf(agentId), session.nameOf(agentId),
+                                               fault.measure, fault.reason));
+        }
+        return !faults.empty();
+    }
+
     static Result<bool> check(AgentsSession& session, MeroId agentId) {
         const std::string label = session.modelNameOf(agentId) + " / " + session.nameOf(agentId) + ": ";
         session.messages().setContext(label);

@@ -7,6 +7,7 @@
 #include "component/host/sv_boxes.h"
 
 #include "apps/mero/agent_definitions.h"
+#include "apps/mero/measure_notes.h"
 #include "apps/mero/run_settings.h"
 #include "component/agents/atomar_agent.h"
 #include "component/agents/super_agent.h"
@@ -93,10 +94,15 @@ std::vector<std::string> MeasuredRun::findHistoryFiles() const {
 
 RunResults MeasuredRun::finish() {
     ResultCollector collector(repository, options);
+    RunResults results;
     for (const auto& agent : management.getSuperAgents()) {
         collector.collect(*agent);
+        for (const std::string& note :
+             notesOnMissingMeasures(*agent, options.scaled.has_value(), repository.library())) {
+            console.tell(note);
+            results.areGapsExplained = true;
+        }
     }
-    RunResults results;
     results.historyFiles = findHistoryFiles();
     results.tables = std::move(collector.tables());
     results.document.analysis = options.analysis;

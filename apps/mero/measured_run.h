@@ -18,6 +18,7 @@ struct RunResults {
     ResultDocument document;
     std::vector<ResultTable> tables;
     std::vector<std::string> historyFiles;
+    bool areGapsExplained = false;  ///< measures without results have been told, with the reason
 };
 
 /// What all runs under these options share; seed, runs and title are left to the caller.
@@ -35,7 +36,7 @@ public:
     /// Starts the agents on `control`. A start that fails is told, recorded in the results and no obstacle:
     /// the run is then played without the agents concerned.
     void start(ControlComponent& control);
-    /// Fetches the results and ends the agents. Once.
+    /// Fetches the results, tells which measures have none, and ends the agents. Once.
     RunResults finish();
 
 private:

@@ -27,11 +27,27 @@ void printTables(const std::vector<ResultTable>& tables, const RunDescription& r
     }
 }
 
+/// What there is to say when nothing can be shown.
+enum class EmptyResults { NoAgents, Unexplained, Explained };
+
+const char* textOf(EmptyResults reason) {
+    switch (reason) {
+        case EmptyResults::NoAgents:
+            return "the models have no agents, so that nothing was measured; \"mero agents REPO add\" makes "
+                   "one";
+        case EmptyResults::Unexplained:
+            return "no agent has results to show in this analysis; \"mero agents REPO check\" tells more";
+        case EmptyResults::Explained:
+            break;
+    }
+    return "no agent has results to show in this analysis";
+}
+
 /// `json` makes the text of that form.
 template <class Json>
-Result<void> printShown(const std::vector<ResultTable>& tables, bool hasAgents, const RunDescription& run,
-                        const RunOptions& options, const std::vector<ResultPicture>& pictures,
-                        const Console& console, Json json) {
+Result<void> printShown(const std::vector<ResultTable>& tables, EmptyResults whenEmpty,
+                        const RunDescription& run, const RunOptions& options,
+                        const std::vector<ResultPicture>& pictures, const Console& console, Json json) {
     const auto drawn = options.plots.draw(pictures, console);
     switch (options.format) {
         case ResultFormat::Json:
@@ -48,10 +64,7 @@ Result<void> printShown(const std::vector<ResultTable>& tables, bool hasAgents, 
             break;
     }
     if (options.needsTables() && tables.empty()) {
-        console.tell(
-            hasAgents ? "no agent has results to show in this analysis; \"mero agents REPO check\" tells more"
-                      : "the models have no agents, so that nothing was measured; \"mero agents REPO add\" "
-                        "makes one");
+        console.tell(textOf(whenEmpty));
     }
     return drawn ? Result<void>() : drawn.error();
 }
@@ -89,11 +102,13 @@ Result<void> printResults(const RunResults& results, const RunOptions& options, 
         pictures = picturesOf(results.tables, run, repository);
         std::ranges::move(historiesOf(results.document, run), std::back_inserter(pictures));
     }
-    Result<void> printed =
-        printShown(results.tables, !results.document.agents.empty(), run, options, pictures, console, [&] {
-            return options.showsTables() ? writeResultDocument(results.document, results.tables, run)
-                                         : writeResultDocument(results.document);
-        });
+    const EmptyResults whenEmpty = results.document.agents.empty() ? EmptyResults::NoAgents
+                                   : results.areGapsExplained      ? EmptyResults::Explained
+                                                                   : EmptyResults::Unexplained;
+    Result<void> printed = printShown(results.tables, whenEmpty, run, options, pictures, console, [&] {
+        return options.showsTables() ? writeResultDocument(results.document, results.tables, run)
+                                     : writeResultDocument(results.document);
+    });
     for (const std::string& file : results.historyFiles) {
         console.tell("history written to " + file);
     }
@@ -105,8 +120,8 @@ Result<void> printReplications(const std::vector<ResultTable>& tables, bool hasA
                                const Repository& repository, const Console& console) {
     const auto pictures =
         options.plots.draws() ? picturesOf(tables, run, repository) : std::vector<ResultPicture>{};
-    return printShown(tables, hasAgents, run, options, pictures, console,
-                      [&] { return writeReplicationDocument(tables, run); });
+    return printShown(tables, hasAgents ? EmptyResults::Unexplained : EmptyResults::NoAgents, run, options,
+                      pictures, console, [&] { return writeReplicationDocument(tables, run); });
 }
 
 }  // namespace mero

@@ -101,6 +101,24 @@ TEST_P(AgentsCommandTest, CheckNamesInvalidAgents) {
     EXPECT_NE(run.err.find("1 of 1 agents"), std::string::npos);
 }
 
+TEST_P(AgentsCommandTest, CheckNamesMeasuresThatNoRunMeasures) {
+    agents({"add", "--model", "Order", "--name", "Work", "--objects", "all \"Task\"", "--definition",
+            "AGENT capacity-analysis RESPCHANGE name:\"R\" resultscope:process "
+            "UWWECOST name:\"U\" resultscope:process class:\"Role\" attribute:\"Name\" "
+            "WWECOST name:\"W\" resultscope:process class:\"Worker\" "
+            "STRAIN name:\"S\" resultscope:process class:\"Worker\""});
+    const ProgramRun run = agents({"check"});
+    EXPECT_EQ(run.status, 1);
+    for (const char* const told :
+         {"Order / Work: measure \"R\" can't be measured: it has no class\n",
+          "measure \"U\" can't be measured: its class \"Role\" is neither a kind of \"Executive\" nor",
+          "measure \"W\" can't be measured: it has no attribute\n",
+          "1 of 2 agents have measures that no run measures"}) {
+        EXPECT_NE(run.err.find(told), std::string::npos) << told << '\n' << run.err;
+    }
+    EXPECT_EQ(run.err.find("\"S\""), std::string::npos) << run.err;
+}
+
 INSTANTIATE_TEST_SUITE_P(Repositories, AgentsCommandTest, testing::Values("order.json", "order.mero"),
                          [](const auto& file) {
                              return std::string(file.index == 0 ? "Document" : "Database");

@@ -210,6 +210,49 @@ TEST_F(CommandsTest, OddModelsAreToldInTheWordsOfTheUser) {
     }
 }
 
+TEST_F(CommandsTest, MeasuresWithoutResultsAreToldWithTheReason) {
+    struct Case {
+        std::string section;
+        std::string told;
+    };
+    const std::string capacity = " resultscope:process volume-analysis ";
+    for (const auto& [section, told] :
+         {Case{R"(RESPCHANGE name:"M")", "measure \"M\" of agent \"Work\" wasn't measured: it has no class"},
+          Case{R"(WWECOST name:"M" class:"Role" attribute:"Name")",
+               "measure \"M\" of agent \"Work\" wasn't measured: its class \"Role\" is neither"},
+          Case{R"(WWECOST name:"M" class:"Worker")",
+               "measure \"M\" of agent \"Work\" had to stop and has no results: it has no attribute"},
+          Case{R"(AVGSUM name:"M" class:"Task" attribute:"Performer" attribute-type:numeric)",
+               "measure \"M\" of agent \"Work\" wasn't measured: an object that it observes"},
+          Case{R"(STRAIN name:"M" class:"IT system")",
+               "measure \"M\" of agent \"Work\" is shown only with --scaled N --period TIME --scope TIME"}}) {
+        for (const bool withAnother : {false, true}) {
+            runProgram({"agents", document, "remove", "--name", withAnother ? "Work" : "Counts"});
+            runProgram({"agents", document, "add", "--model", "Order", "--name", "Work", "--objects",
+                        "all \"Task\"", "--definition",
+                        "AGENT " + section + capacity +
+                            (withAnother ? "FREQUENCY name:\"F\" absolute" + capacity : std::string())});
+            const ProgramRun run = runProgram({"simulate", document, "--models", "Order", "--environment",
+                                               "Staff", "--instances", "1", "--analysis", "capacity"});
+            EXPECT_EQ(run.status, 0) << section;
+            EXPECT_NE(run.err.find(told), std::string::npos) << told << '\n' << run.err;
+            EXPECT_EQ(run.err.find("tells more"), std::string::npos) << run.err;
+            EXPECT_EQ(run.out.empty(), !withAnother) << run.out;
+        }
+        runProgram({"agents", document, "remove", "--name", "Work"});
+    }
+}
+
+TEST_F(CommandsTest, ScaledStrainIsNotMissed) {
+    runProgram({"agents", document, "add", "--model", "Order", "--name", "Work", "--objects", "all \"Task\"",
+                "--definition",
+                R"(AGENT STRAIN name:"M" class:"Worker" resultscope:process volume-analysis)"});
+    const ProgramRun run = runProgram({"simulate", document, "--models", "Order", "--environment", "Staff",
+                                       "--instances", "1", "--analysis", "capacity", "--scaled", "1",
+                                       "--period", "00:001:00:00:00", "--scope", "00:001:00:00:00"});
+    EXPECT_EQ(run.err.find("is shown only"), std::string::npos) << run.err;
+}
+
 TEST_F(CommandsTest, ShowsResultDocumentsAndHistories) {
     const std::string result = folder / "result.json";
     const ProgramRun run =
