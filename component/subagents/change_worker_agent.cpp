@@ -78,8 +78,9 @@ int MeroChangeWorkerAgent::joinObjectsOf([[maybe_unused]] const ISortedSet<MeroI
     return StatusOk;
 }
 
-int MeroChangeWorkerAgent::prepareMeasure() {
-    return findObservedKind(classOption.getId(), observesExecutives);
+int MeroChangeWorkerAgent::prepareCalendar() {
+    const int status = makeCalendar();
+    return status == StatusOk ? findObservedKind(classOption.getId(), observesExecutives) : status;
 }
 
 // Measuring

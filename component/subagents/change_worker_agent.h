@@ -39,7 +39,8 @@ private:
         return {ValueTypeSingle, ResultModeMean};
     }
     int joinObjectsOf(const ISortedSet<MeroId>& calledModels) override;
-    int prepareMeasure() override;
+    /// What its class is comes last here: a calendar that can't be used is told even with a wrong class.
+    int prepareCalendar() override;
     int startProcess(const MeroSimEvent& event) override;
     void enterCall(MeroAgentProcessInstance& process, const Call& call) override;
     [[nodiscard]] std::int32_t assigningCode() const {

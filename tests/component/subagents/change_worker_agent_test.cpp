@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "component/agents/super_agent.h"
 #include "tests/component/support/measured_world.h"
 
 namespace mero::test {
@@ -55,6 +56,17 @@ TEST(ChangeWorkerAgent, CountsEachTimeAnotherWorkerGoesOn) {
         world.play("3,0\n" + instanceOf(steps, 10) + "6,10\n");
         EXPECT_EQ(world.values(), (Values{{"Order", expected}})) << name;
     }
+}
+
+TEST(ChangeWorkerAgent, UnusableCalendarIsToldBeforeAWrongClass) {
+    const MeasuredWorld world(changes(AnalysisVolume, "class:\"Role\""));
+    EXPECT_EQ(world.subAgent().getAgentState(), AgentIdle);
+    EXPECT_EQ(EmbeddedPlatform::internalErrors(), (std::vector<std::string>{"aeasubag"}));
+    EmbeddedPlatform::clearRecords();
+    world.subAgent().getOwnerSuperAgent()->setCalendarText("CALENDAR DAILY hours:\"late\"");
+    EXPECT_EQ(world.subAgent().prepareRun(AnalysisVolume), StatusBadCalendar);
+    EXPECT_EQ(EmbeddedPlatform::boxes(), (std::vector<std::uint32_t>{0x2004E23}));
+    EXPECT_TRUE(EmbeddedPlatform::internalErrors().empty());
 }
 
 TEST(ChangeWorkerAgent, MeanIsOverFinishedInstances) {
