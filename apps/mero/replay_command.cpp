@@ -10,6 +10,7 @@
 #include "apps/mero/progress_bar.h"
 #include "apps/mero/repository_file.h"
 #include "apps/mero/run_report.h"
+#include "apps/mero/weekday_check.h"
 #include "platform/engine/trace_replay.h"
 #include "platform/interchange/xes_import.h"
 #include "platform/interchange/xes_trace.h"
@@ -112,6 +113,7 @@ Result<void> ReplayCommand::run(Console& console) {
     if (!recording) {
         return recording.error();
     }
+    tellWrongWeekdays(repository, plan.value(), console);
     ControlComponent control;
     auto recorder = EventRecorder::open(options.recordFile, repository, plan.value().environment, control);
     if (!recorder) {

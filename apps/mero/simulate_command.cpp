@@ -12,6 +12,7 @@
 #include "apps/mero/progress_bar.h"
 #include "apps/mero/replicated_simulation.h"
 #include "apps/mero/run_settings.h"
+#include "apps/mero/weekday_check.h"
 
 namespace mero {
 
@@ -148,6 +149,7 @@ Result<SimulateCommand::Prepared> SimulateCommand::prepare(const Console& consol
         return simulation.error();
     }
     tellMissingEnds(repository, plan.value().models, console);
+    tellWrongWeekdays(repository, plan.value(), console);
     for (const std::string& problem : simulation.value().problems()) {
         console.tell(problem);
     }

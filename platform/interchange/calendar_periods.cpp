@@ -6,6 +6,7 @@
 #include <fmt/format.h>
 
 #include "platform/interchange/name_rules.h"
+#include "platform/language/kiln_document.h"
 
 namespace mero {
 
@@ -107,6 +108,21 @@ std::string CalendarPeriods::text(std::string_view name) const {
                                              : fmt::format("\nWEEKLY days:\"{}\" hours:\"{}\"", words, hours);
     }
     return calendar;
+}
+
+std::string withYear(const std::string& calendar, std::string_view year) {
+    const Result<KilnDocument> document = readKilnDocument(calendar);
+    if (!document) {
+        return calendar;
+    }
+    const auto& elements = document.value().elements;
+    const bool isWeekly = std::any_of(elements.begin(), elements.end(),
+                                      [](const KilnElement& element) { return element.keyword == "WEEKLY"; });
+    if (!isWeekly || document.value().find(elements.front(), "year") != nullptr) {
+        return calendar;
+    }
+    const std::size_t next = calendar.find_last_not_of(" \n", elements[1].position - 1) + 1;
+    return fmt::format("{} year:\"{}\"{}", calendar.substr(0, next), year, calendar.substr(next));
 }
 
 }  // namespace mero

@@ -41,4 +41,8 @@ private:
     std::array<std::vector<std::pair<int, int>>, DaysOfWeek> days;
 };
 
+/// The calendar text, made by an import, with the year whose weekdays it has. One without weekly hours stays
+/// as it is.
+[[nodiscard]] std::string withYear(const std::string& calendar, std::string_view year);
+
 }  // namespace mero

@@ -7,6 +7,7 @@
 #include <unordered_map>
 
 #include "platform/engine/distribution.h"
+#include "platform/interchange/calendar_periods.h"
 #include "platform/interchange/name_rules.h"
 #include "platform/interchange/object_writer.h"
 #include "platform/interchange/run_parameters.h"
@@ -251,10 +252,29 @@ private:
     std::unordered_map<std::string, MeroId> flows;
 };
 
+/// Weekdays are those of the year in which the run starts, where the parameters tell it.
+void dateCalendars(SimulationParameters& parameters) {
+    constexpr std::size_t YearDigits = 4;
+    const std::string year = parameters.run.start.substr(0, YearDigits);
+    if (year.size() < YearDigits) {
+        return;
+    }
+    for (CrewParameters& crew : parameters.crews) {
+        for (WorkerParameters& worker : crew.workers) {
+            worker.calendar = withYear(worker.calendar, year);
+        }
+    }
+    for (ArrivalParameters& arrival : parameters.arrivals) {
+        arrival.calendar = withYear(arrival.calendar, year);
+    }
+}
+
 }  // namespace
 
 void applyParameters(const SimulationParameters& parameters, Repository& repository, ImportReport& report) {
-    ParameterApplier(parameters, repository, report).apply();
+    SimulationParameters dated = parameters;
+    dateCalendars(dated);
+    ParameterApplier(dated, repository, report).apply();
 }
 
 }  // namespace mero

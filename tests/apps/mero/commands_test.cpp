@@ -184,6 +184,39 @@ TEST_F(CommandsTest, ResultsBeginAfterTheWarmUpAndAreThoseOfItsRecord) {
     }
 }
 
+TEST_F(CommandsTest, CalendarsWhoseWeekdaysAreNotThoseOfTheStartAreTold) {
+    const auto write = [this](const std::string& head, const std::string& days) {
+        writeFile(document, R"json({ "format": "mero-repository", "version": 1, "models": [
+          { "name": "Order", "type": "Business process", "objects": [
+              { "name": "Begin", "class": "Start event", "attributes": { "Arrival": "fixed(3600)" } },
+              { "name": "Check", "class": "Task" } ],
+            "relations": [ { "class": "Sequence flow", "from": "Begin", "to": "Check" } ] },
+          { "name": "Staff", "type": "Working environment", "objects": [
+              { "name": "Ann", "class": "Worker", "attributes": { "Calendar": "CALENDAR)json" +
+                                head + " " + days + R"json( hours:\"08:00-16:00\"" } } ] } ] })json");
+    };
+    const std::string weekly = R"(WEEKLY days:\"mon\")";
+    const auto told = [this](const std::string& start) {
+        return runProgram({"simulate", document, "--models", "Order", "--environment", "Staff", "--analysis",
+                           "nonstatic", "--instances", "1", "--start", start})
+            .err;
+    };
+    write("", weekly);
+    const std::string run = told("2026-01-05T00:00");
+    EXPECT_NE(
+        run.find("the calendar of \"Ann\" takes the start of the run for a Friday, though it is a Monday: "
+                 "write CALENDAR … year:\"2026\""),
+        std::string::npos)
+        << run;
+    EXPECT_EQ(told("2024-01-08T00:00").find("calendar of"), std::string::npos)
+        << "a year that begins on Monday";
+    write(R"( year:\"2026\")", weekly);
+    EXPECT_EQ(told("2026-01-05T00:00").find("calendar of"), std::string::npos);
+    EXPECT_NE(told("2025-01-06T00:00").find("for a Tuesday, though it is a Monday"), std::string::npos);
+    write("", "DAILY");
+    EXPECT_EQ(told("2026-01-05T00:00").find("calendar of"), std::string::npos);
+}
+
 TEST_F(CommandsTest, OddModelsAreToldInTheWordsOfTheUser) {
     struct Case {
         std::string model;

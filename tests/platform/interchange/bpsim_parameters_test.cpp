@@ -187,7 +187,7 @@ TEST_F(BpsimParameters, QbpParametersOfAFileAreInSeconds) {
               "lognormal(1543.1,264627087.8)");
     EXPECT_EQ(text(object("bank staff", "Role 3"), "Name"), "Role 3");
     EXPECT_EQ(text(object("bank staff", "Role 1 35"), "Calendar"),
-              "CALENDAR \"Default\"\nWEEKLY days:\"mon tue wed thu fri\" hours:\"09:00-17:00\"");
+              "CALENDAR \"Default\" year:\"2011\"\nWEEKLY days:\"mon tue wed thu fri\" hours:\"09:00-17:00\"");
 }
 
 }  // namespace
