@@ -1,5 +1,6 @@
 #include "platform/engine/process_runner.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -9,7 +10,8 @@
 namespace mero {
 
 std::int64_t wholeSeconds(double time) {
-    return static_cast<std::int64_t>(std::floor(time + 0.5));
+    constexpr double Latest = 0x1p62;
+    return static_cast<std::int64_t>(std::floor(std::min(time, Latest) + 0.5));
 }
 
 SV::String ProcessRunner::numberedKey(std::string_view prefix, std::uint64_t number) {

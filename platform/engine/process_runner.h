@@ -20,7 +20,7 @@
 
 namespace mero {
 
-/// Time of an event: halves are rounded up.
+/// Time of an event: halves are rounded up, and what is beyond 2^62 is 2^62.
 [[nodiscard]] std::int64_t wholeSeconds(double time);
 
 /// How the instances of a `ProcessRunner` went.

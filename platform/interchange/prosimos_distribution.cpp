@@ -27,6 +27,9 @@ public:
         const std::string word = name.text();
         if (word == "fix") {
             need(1);
+            if (values[0] < 0.0) {
+                parameters.refuse("the fixed time is below 0");
+            }
             return fixed(values[0]);
         }
         if (word == "uniform") {
@@ -86,6 +89,9 @@ private:
     /// below.
     [[nodiscard]] std::string exponential() const {
         need(1);
+        if (values[0] < 0.0 || (values.size() >= 3 && values[0] < values[1])) {
+            parameters.refuse(values[0] < 0.0 ? "the mean is below 0" : "the mean is below the least value");
+        }
         const double excess = values.size() < 3 ? values[0] : values[0] - values[1];
         return excess > 0.0 ? fmt::format("exponential({}){}", excess, limits(1)) : fixed(values[0]);
     }
