@@ -69,10 +69,12 @@ int MeroMeasuringAgent::startProcess(const MeroSimEvent& event) {
     if (!readTime(event, time)) {
         return EventTimeOutOfRange;
     }
+    SV::String mainKey;
+    event.getMainInstanceKey(&mainKey);
     if (isInWorkingTime(time)) {
-        SV::String mainKey;
-        event.getMainInstanceKey(&mainKey);
         addProcessInstance(mainModel, mainKey, mainKey, time);
+    } else {
+        processBeganOutOfHours(mainKey);
     }
     return EventHandled;
 }

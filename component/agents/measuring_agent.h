@@ -42,6 +42,8 @@ protected:
     [[nodiscard]] virtual bool needsRunningState([[maybe_unused]] std::int32_t code) const { return true; }
     /// Opens a main process of the agent's model that begins in working time.
     virtual int startProcess(const MeroSimEvent& event);
+    /// A main process of the agent's model that isn't opened, as it begins out of working time.
+    virtual void processBeganOutOfHours([[maybe_unused]] const SV::String& mainKey) {}
     /// Opens a called process that concerns the agent: as a process of its own if it runs the agent's model.
     /// One that begins out of working time costs the whole main process.
     virtual int startSubProcess(const MeroSimEvent& event);
@@ -89,6 +91,14 @@ protected:
     [[nodiscard]] MeroPathView pathOfObject(const MeroAgentSubProcessInstance& instance, MeroId objectId);
     /// The same with the object in front, unless it is first.
     [[nodiscard]] MeroPathView pathFromObject(const MeroAgentSubProcessInstance& instance, MeroId objectId);
+    /// How a call is collected that stands under `placement`: by the caller's collector where that is
+    /// `collected`, and in calls out of other models than `ownModel` that count under their caller.
+    [[nodiscard]] static MeroCollecting collectingOf(const Call& call, MeroPlacement placement,
+                                                     MeroPlacement collected, MeroId ownModel) {
+        const bool byCaller =
+            placement == collected || (placement == MeroPlacement::UnderCaller && call.model != ownModel);
+        return byCaller ? MeroCollecting::ByCollectorOfCaller : MeroCollecting::ByItself;
+    }
     [[nodiscard]] double abscissaAt(double time) const;
 
 private:

@@ -1,20 +1,11 @@
 #include "component/agents/model_agent.h"
 
-#include "component/host/basic_services.h"
 #include "component/host/core_time.h"
 #include "component/host/model_references.h"
-#include "component/host/repository.h"
+
+#include "component/agents/repository_codes.h"
 
 namespace {
-
-/// Tests a code of the repository; anything but success is an internal error.
-bool succeeded(int code, int line) {
-    if (code == RepositoryOk) {
-        return true;
-    }
-    displayErrorMessage("aeagents", line);
-    return false;
-}
 
 /// Model that the object's reference names; nothing, and an internal error, for an object without a target.
 std::optional<MeroId> targetOfCall(MeroCoreMM_Enhanced& repository, MeroId callId) {

@@ -3,20 +3,11 @@
 #include <algorithm>
 #include <iterator>
 
-#include "component/host/basic_services.h"
 #include "component/host/core_variables.h"
-#include "component/host/repository.h"
+
+#include "component/agents/repository_codes.h"
 
 namespace {
-
-/// Tests a code of the repository; anything but success is an internal error.
-bool succeeded(int code, int line) {
-    if (code == RepositoryOk) {
-        return true;
-    }
-    displayErrorMessage("aeagents", line);
-    return false;
-}
 
 int addRelatedOfClass(MeroCoreMM_Enhanced& repository, const ISortedSet<MeroId>& candidates, MeroId classId,
                       ISortedSet<MeroId>& found) {

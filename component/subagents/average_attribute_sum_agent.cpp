@@ -199,10 +199,8 @@ bool MeroAvgAttributeSumAgent::releaseCalendar() {
 
 void MeroAvgAttributeSumAgent::enterCall(MeroAgentProcessInstance& process, const Call& call) {
     const MeroPlacement placement = classifyObject(modelId, call.calledModel);
-    const bool byCaller = placement == MeroPlacement::ProcessOnly ||
-                          (placement == MeroPlacement::UnderCaller && call.model != modelId);
     if (!process.addSubProcess(call.calledKey, call.callerKey, call.calledModel,
-                               byCaller ? MeroCollecting::ByCollectorOfCaller : MeroCollecting::ByItself)) {
+                               collectingOf(call, placement, MeroPlacement::ProcessOnly, modelId))) {
         instances.erase(call.mainKey);
     }
 }

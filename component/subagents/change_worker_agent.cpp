@@ -92,25 +92,10 @@ MeroPlacement MeroChangeWorkerAgent::classifyObject(MeroId ownModel, MeroId othe
     return scopeAllObjects ? MeroPlacement::ProcessOnly : MeroPlacement::UnderCaller;
 }
 
-int MeroChangeWorkerAgent::startProcess(const MeroSimEvent& event) {
-    MeroId mainModel = MeroNoId;
-    event.getMainModelId(&mainModel);
-    double time = 0.0;
-    if (mainModel == modelId && readTime(event, time) && !isInWorkingTime(time)) {
-        SV::String mainKey;
-        event.getMainInstanceKey(&mainKey);
-        instances.erase(mainKey);
-        return EventHandled;
-    }
-    return MeroMeasuringAgent::startProcess(event);
-}
-
 void MeroChangeWorkerAgent::enterCall(MeroAgentProcessInstance& process, const Call& call) {
     const MeroPlacement placement = classifyObject(modelId, call.calledModel);
-    const bool byCaller = placement == MeroPlacement::UnderObject ||
-                          (placement == MeroPlacement::UnderCaller && call.model != modelId);
     if (!process.addSubProcess(call.calledKey, call.callerKey, call.calledModel,
-                               byCaller ? MeroCollecting::ByCollectorOfCaller : MeroCollecting::ByItself)) {
+                               collectingOf(call, placement, MeroPlacement::UnderObject, modelId))) {
         abortAgent();
     }
 }

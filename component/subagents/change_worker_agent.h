@@ -41,7 +41,7 @@ private:
     int joinObjectsOf(const ISortedSet<MeroId>& calledModels) override;
     /// What its class is comes last here: a calendar that can't be used is told even with a wrong class.
     int prepareCalendar() override;
-    int startProcess(const MeroSimEvent& event) override;
+    void processBeganOutOfHours(const SV::String& mainKey) override { instances.erase(mainKey); }
     void enterCall(MeroAgentProcessInstance& process, const Call& call) override;
     [[nodiscard]] std::int32_t assigningCode() const {
         return observesExecutives ? EventExecutiveAssigned : EventResourceBound;

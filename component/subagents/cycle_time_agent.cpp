@@ -134,9 +134,7 @@ int MeroCycleTimeAgent::startSubProcess(const MeroSimEvent& event) {
 }
 
 void MeroCycleTimeAgent::enterCall(MeroAgentProcessInstance& process, const Call& call) {
-    const MeroPlacement placement = classifyObject(modelId, call.model);
-    const bool byItself = placement == MeroPlacement::UnderObject ||
-                          (placement == MeroPlacement::UnderCaller && call.model == modelId);
+    const bool byItself = classifyObject(modelId, call.model) == MeroPlacement::UnderObject;
     process.addSubProcess(call.calledKey, call.callerKey, call.calledModel,
                           byItself ? MeroCollecting::ByItself : MeroCollecting::ByCollectorOfCaller);
     openPass(call.calledKey, call.time);

@@ -30,8 +30,7 @@ protected:
     void clearRunData() override { executionTimes.clear(); }
 
     void setCostDefaultValues(const MeroAnalysisFlags& defaultAnalyses, const SV::String& defaultName);
-    /// Hours of the object times rate of the worker; nothing if either can't be read, after an internal error
-    /// of the repository.
+    /// Hours of the object times rate of the worker; nothing if either isn't known.
     [[nodiscard]] std::optional<double> costOf(const Pass& pass);
     /// A worker's amount in one instance: on an environment with all that hangs below it.
     [[nodiscard]] double amountOf(MeroAgentSubProcessInstance& instance, MeroId worker, double value) const {

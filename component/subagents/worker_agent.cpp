@@ -116,10 +116,8 @@ void MeroWorkerAgent::openCall(const Call& call) {
 void MeroWorkerAgent::enterCall(MeroAgentProcessInstance& process, const Call& call) {
     const MeroId ownModel = modelIsEnvironment ? call.mainModel : modelId;
     const MeroPlacement placement = classifyObject(ownModel, call.calledModel);
-    const bool byCaller = placement == MeroPlacement::ProcessOnly ||
-                          (placement == MeroPlacement::UnderCaller && call.model != ownModel);
     if (!process.addSubProcess(call.calledKey, call.callerKey, call.calledModel,
-                               byCaller ? MeroCollecting::ByCollectorOfCaller : MeroCollecting::ByItself)) {
+                               collectingOf(call, placement, MeroPlacement::ProcessOnly, ownModel))) {
         callFailed(call.mainKey);
     }
 }

@@ -34,7 +34,7 @@ protected:
     void registerObservedClasses() override;
     /// Analyses that the agent can serve; others are switched off when a text names them, with a box.
     [[nodiscard]] virtual MeroAnalysisFlags servedAnalyses() const = 0;
-    /// Further keys of the section, and before them the conflicts with what the agent can't do.
+    /// Further keys of the section, behind the class. A `MeroErrorCode`.
     virtual int readOwnKeys([[maybe_unused]] const MeroKilnParser& parser) { return StatusOk; }
     /// Start time of the entry of a process that begins at `time`.
     [[nodiscard]] virtual double startTimeAt([[maybe_unused]] double time) const { return NoStartTime; }
