@@ -5,7 +5,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto document = mero::readReplicationDocument(asText(data, size), "fuzz.json");
     requireReason(document);
     if (document) {
-        const auto written = [](const mero::ReplicationDocument& shown) {
+        const auto written = [](const mero::ShownTables& shown) {
             return mero::writeReplicationDocument(shown.tables, shown.run);
         };
         const std::string text = written(document.value());

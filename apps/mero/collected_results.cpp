@@ -58,6 +58,13 @@ std::string ResultCollector::modelOf(MeroId id) const {
     return model != nullptr ? std::string(model->name.view()) : std::string();
 }
 
+std::string ResultCollector::classOf(MeroId id) const {
+    const Object* const object = repository.findObject(id);
+    const Library::Class* const found =
+        object != nullptr ? repository.library().findClass(object->classId) : nullptr;
+    return found != nullptr ? std::string(found->name) : std::string();
+}
+
 ResultSetDocument ResultCollector::write(MeroAgentResultSet& set) const {
     ResultSetDocument document;
     document.resultKind = set.getResultKind();
@@ -136,7 +143,8 @@ void ResultCollector::collect(MeroSuperAgent& agent) {
     const std::vector<ShownSet> shownSets = fetchSets(agent, document, grouping);
     if (!shownSets.empty()) {
         if (grouping == Grouping::Missing) {
-            showInfoBox(SV::String(MessageNoGroup));
+            showInfoBox(SV::String(MessageNoGroup) +
+                        SV::String(" Agent: " + document.name.text + " (" + document.model + ")"));
         }
         if (options.needsTables()) {
             addTable(agent, shownSets, document, grouping == Grouping::Formed);
@@ -194,6 +202,7 @@ ResultTable::Row ResultCollector::rowOf(const MeroAgentBrowserObjects& objects, 
         row.depth = static_cast<std::size_t>(objects.getRowDepth(number));
         row.object = nameOf(object);
         row.objectModel = modelOf(object);
+        row.objectClass = classOf(object);
         row.label = withoutNumber(row.label);
     }
     for (int column = 1; column <= objects.getNumberOfColumns(); ++column) {

@@ -40,6 +40,7 @@ private:
 
     [[nodiscard]] ResultName nameOf(MeroId id) const;
     [[nodiscard]] std::string modelOf(MeroId id) const;
+    [[nodiscard]] std::string classOf(MeroId id) const;
     [[nodiscard]] ResultSetDocument write(MeroAgentResultSet& set) const;
     /// Sets of all sub-agents, grouped where the super agent can be; `grouping` tells what came of that.
     [[nodiscard]] std::vector<ShownSet> fetchSets(MeroSuperAgent& agent, ResultOfAgent& document,

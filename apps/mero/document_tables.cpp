@@ -105,43 +105,63 @@ TextTable historyTable(const std::vector<std::pair<std::string, HistoryPoint>>& 
     return table;
 }
 
+std::string titleOf(const ResultOfAgent& agent) {
+    return fmt::format("{} ({})", agent.name.text, agent.model);
+}
+
+std::string contextOf(const ResultDocument& document, const ResultOfAgent& agent, const std::string& source) {
+    static constexpr const char* AnalysisNames[] = {"?", "path", "capacity", "static", "nonstatic"};
+    const bool isKnown = document.analysis >= 1 && document.analysis <= 4;
+    return fmt::format("file: {}   analysis: {}   values unscaled, scale of the run: {}", source,
+                       AnalysisNames[isKnown ? document.analysis : 0], agent.scale);
+}
+
+void appendHistories(const ResultDocument& document, const ResultOfAgent& agent, const std::string& source,
+                     CharacterSet characters, std::vector<TextTable>& tables) {
+    for (const ResultOfSubAgent& subAgent : agent.subAgents) {
+        if (!subAgent.resultSet || !subAgent.resultSet->history || subAgent.resultSet->history->empty()) {
+            continue;
+        }
+        std::vector<std::pair<std::string, HistoryPoint>> readings;
+        for (const ResultReading& reading : *subAgent.resultSet->history) {
+            readings.emplace_back(reading.object, HistoryPoint{reading.time, reading.value});
+        }
+        TextTable history = historyTable(readings, characters);
+        history.headers = {titleOf(agent) + ": history of " + subAgent.name,
+                           contextOf(document, agent, source)};
+        tables.push_back(std::move(history));
+    }
+}
+
 }  // namespace
 
 std::vector<TextTable> tablesOf(const ResultDocument& document, const std::string& source,
                                 CharacterSet characters) {
-    static constexpr const char* AnalysisNames[] = {"?", "path", "capacity", "static", "nonstatic"};
-    const bool isKnown = document.analysis >= 1 && document.analysis <= 4;
     std::vector<TextTable> tables;
     for (const ResultOfAgent& agent : document.agents) {
-        const std::string title = fmt::format("{} ({})", agent.name.text, agent.model);
-        const std::string context =
-            fmt::format("file: {}   analysis: {}   values unscaled, scale of the run: {}", source,
-                        AnalysisNames[isKnown ? document.analysis : 0], agent.scale);
         TextTable values = valueTable(agent);
         if (!values.rows.empty()) {
-            values.headers = {title, context};
+            values.headers = {titleOf(agent), contextOf(document, agent, source)};
             tables.push_back(std::move(values));
         }
-        for (const ResultOfSubAgent& subAgent : agent.subAgents) {
-            if (!subAgent.resultSet || !subAgent.resultSet->history || subAgent.resultSet->history->empty()) {
-                continue;
-            }
-            std::vector<std::pair<std::string, HistoryPoint>> readings;
-            for (const ResultReading& reading : *subAgent.resultSet->history) {
-                readings.emplace_back(reading.object, HistoryPoint{reading.time, reading.value});
-            }
-            TextTable history = historyTable(readings, characters);
-            history.headers = {title + ": history of " + subAgent.name, context};
-            tables.push_back(std::move(history));
-        }
+        appendHistories(document, agent, source, characters, tables);
     }
     return tables;
 }
 
-std::vector<TextTable> tablesOf(const ReplicationDocument& document, const std::string& source) {
+std::vector<TextTable> historyTablesOf(const ResultDocument& document, const std::string& source,
+                                       CharacterSet characters) {
     std::vector<TextTable> tables;
-    for (const ResultTable& table : document.tables) {
-        for (TextTable& text : textTablesOf(table, document.run)) {
+    for (const ResultOfAgent& agent : document.agents) {
+        appendHistories(document, agent, source, characters, tables);
+    }
+    return tables;
+}
+
+std::vector<TextTable> tablesOf(const ShownTables& shown, const std::string& source) {
+    std::vector<TextTable> tables;
+    for (const ResultTable& table : shown.tables) {
+        for (TextTable& text : textTablesOf(table, shown.run)) {
             text.headers.push_back("file: " + source);
             tables.push_back(std::move(text));
         }

@@ -40,7 +40,7 @@ std::string factsOf(const RunDescription& run) {
     facts.add("Working environment", run.environment);
     facts.add("Analysis", run.analysis);
     facts.add("Start", run.start);
-    facts.add("Time base", fmt::format("{} days a year, {} hours a day", run.daysPerYear, run.hoursPerDay));
+    facts.add("Time base", timeBaseText(run));
     facts.add("Seed", run.isSimulation ? std::to_string(run.seed) : std::string());
     facts.add("Fingerprint", fmt::format("{:016x}", run.fingerprint));
     facts.add("Rows", run.total ? "one for every object" : "one for every path to an object");
@@ -82,7 +82,7 @@ public:
     [[nodiscard]] std::string text() const {
         std::string part =
             "<h2>" + escapedHtml(table.agent.text) + ' ' + element("small", "in " + table.model) + "</h2>\n" +
-            element("p", contextLine(table, run), " class=\"quiet\"") +
+            element("p", contextLine(table, columns, run), " class=\"quiet\"") +
             "\n<div class=\"scroll\"><table class=\"tree\">\n<thead>" + head() + "</thead>\n<tbody>\n";
         RowNumbers numbers;
         bool isBody = true;
@@ -113,9 +113,9 @@ private:
     }
 
     /// Measure with unit and scale.
-    static std::string measureOf(const Column& column) {
+    [[nodiscard]] std::string measureOf(const Column& column) const {
         std::string unit = column.unit == ResultUnit::Seconds ? "time" : "number";
-        if (column.scale != 1.0) {
+        if (column.scale != 1.0 || table.scale != 1.0) {
             unit += fmt::format(", scale {}", column.scale);
         }
         return escapedHtml(column.measure) + element("span", unit, " class=\"unit\"");
@@ -148,7 +148,7 @@ private:
             row.depth, escapedHtml(rowNumber + row.label));
         for (std::size_t index = 0; index < columns.size(); ++index) {
             const double value = row.cells[columns[index]];
-            const std::string exact = cellText(value, table.columns[columns[index]], run);
+            const std::string exact = exactText(value, table.columns[columns[index]], run);
             const std::string& shown = cells[index][number];
             text += exact == shown ? "<td>" : fmt::format("<td title=\"{}\">", escapedHtml(exact));
             text += escapedHtml(shown) + "</td>";

@@ -143,7 +143,8 @@ Result<void> ReplayCommand::run(Console& console) {
         return recorded;
     }
     RunDescription described = describeRun(options, plan.value(), repository);
-    described.title = "replay of " + std::filesystem::path(eventsFile).filename().string();
+    described.title =
+        "replay of " + std::filesystem::path(eventsFile).filename().string() + " on " + modelsText(described);
     described.fingerprint = control.fingerprint();
     Result<void> printed = printResults(results, options, described, repository, console);
     if (options.timing) {

@@ -54,6 +54,7 @@ void write(ByteWriter& writer, const ResultTable& table) {
         writer.number(row.depth);
         write(writer, row.object);
         writer.text(row.objectModel);
+        writer.text(row.objectClass);
         writer.text(row.label);
         for (const double cell : row.cells) {
             writer.real(cell);
@@ -81,6 +82,7 @@ ResultTable readTable(ByteReader& reader) {
         row.depth = static_cast<std::size_t>(reader.number());
         row.object = readName(reader);
         row.objectModel = reader.text();
+        row.objectClass = reader.text();
         row.label = reader.text();
         row.cells.resize(table.columns.size());
         for (double& cell : row.cells) {

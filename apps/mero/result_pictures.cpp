@@ -153,8 +153,8 @@ private:
         const ResultTable::Column& shown = table.columns[column];
         const std::string name = table.agent.text + "-" + shown.measure;
         ChartCaption caption{table.agent.text + ": " + shown.measure,
-                             run.title + "   " + contextLine(table, run), unitOf(shown.unit), run.daysPerYear,
-                             run.hoursPerDay};
+                             run.title + "   " + contextLine(table, {column}, run), unitOf(shown.unit),
+                             run.daysPerYear, run.hoursPerDay};
         pictures.push_back(
             {{names.take(name, "bars"), barsOf(caption, shown.measure, values)}, caption.title, number});
         MeasureOverlay overlay{table.agent.text,

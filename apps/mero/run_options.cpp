@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <array>
 #include <charconv>
+#include <cmath>
 #include <map>
 
 #include "component/host/core_time.h"
@@ -25,11 +26,28 @@ std::string checkTimeText(const std::string& text) {
                                                   : "\"" + text + "\" isn't a time YY:DDD:HH:MM:SS";
 }
 
+/// The whole text as a number.
+template <class Number>
+std::optional<Number> parsedAs(std::string_view text) {
+    Number number{};
+    const auto parsed = std::from_chars(text.data(), text.data() + text.size(), number);
+    return parsed.ec == std::errc() && parsed.ptr == text.data() + text.size() ? std::optional(number)
+                                                                               : std::nullopt;
+}
+
+std::string checkCount(const std::string& text) {
+    return parsedAs<int>(text).value_or(-1) >= 0 ? std::string()
+                                                 : "\"" + text + "\" isn't a whole number, 0 or more";
+}
+
+std::string checkPositive(const std::string& text) {
+    const double number = parsedAs<double>(text).value_or(0.0);
+    return std::isfinite(number) && number > 0.0 ? std::string() : "\"" + text + "\" isn't a number above 0";
+}
+
 /// Digits of a fixed length; -1 for anything else.
 int digitsOf(std::string_view text) {
-    int number = -1;
-    const auto parsed = std::from_chars(text.data(), text.data() + text.size(), number);
-    return parsed.ec == std::errc() && parsed.ptr == text.data() + text.size() ? number : -1;
+    return parsedAs<int>(text).value_or(-1);
 }
 
 /// "2026-01-05T08:00", with seconds or without.
@@ -116,7 +134,7 @@ Result<MeroId> takeModel(Repository& repository, const std::string& name, MeroId
 
 }  // namespace
 
-void RunOptions::describe(CLI::App& command) {
+void RunOptions::describeRun(CLI::App& command) {
     command.add_option("REPO", repositoryFile, "Repository: a .mero file or a repository document")
         ->required();
     auto* const analysisOption = command.add_option(
@@ -138,14 +156,17 @@ void RunOptions::describe(CLI::App& command) {
         ->type_name("DATE");
     command.add_option("--days-per-year", daysPerYear, "Working days of a year, the base of time texts")
         ->capture_default_str()
-        ->check(CLI::PositiveNumber)
+        ->check(CLI::Validator(checkPositive, ""))
         ->type_name("N");
     command.add_option("--hours-per-day", hoursPerDay, "Working hours of a day, the base of time texts")
         ->capture_default_str()
-        ->check(CLI::PositiveNumber)
+        ->check(CLI::Validator(checkPositive, ""))
         ->type_name("N");
+}
+
+void RunOptions::describeScaling(CLI::App& command) {
     command.add_option("--scaled", scaled, "Scales results: so many processes start in a period")
-        ->check(CLI::NonNegativeNumber)
+        ->check(CLI::Validator(checkCount, ""))
         ->type_name("N");
     command.add_option("--period", period, "Period of --scaled, YY:DDD:HH:MM:SS")
         ->check(CLI::Validator(checkTimeText, ""))
@@ -153,6 +174,9 @@ void RunOptions::describe(CLI::App& command) {
     command.add_option("--scope", scope, "Stretch of time that scaled results are for, YY:DDD:HH:MM:SS")
         ->check(CLI::Validator(checkTimeText, ""))
         ->type_name("TIME");
+}
+
+void RunOptions::describeResults(CLI::App& command) {
     command.add_option("--results", format, "Form of the results: table, csv, json, html")
         ->transform(
             CLI::CheckedTransformer(std::map<std::string, ResultFormat>{{"table", ResultFormat::Table},
@@ -179,6 +203,12 @@ void RunOptions::describe(CLI::App& command) {
         })
         ->type_name("CLASS/RELATION");
     command.add_flag("--ascii", ascii, "Table without box drawing");
+}
+
+void RunOptions::describe(CLI::App& command) {
+    describeRun(command);
+    describeScaling(command);
+    describeResults(command);
     command.add_flag("--timing", timing, "Tells the seconds of load, run and results on standard error");
     plots.describe(command);
     command.add_option("--record-events", recordFile, "Writes every event of the run to this file (CSV)")

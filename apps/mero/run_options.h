@@ -64,6 +64,10 @@ struct RunOptions {
     RunPlots plots;
 
 private:
+    void describeRun(CLI::App& command);
+    void describeScaling(CLI::App& command);
+    void describeResults(CLI::App& command);
+
     bool detail = false;  ///< the default, for who wants to write it
     std::string group;    ///< class and relation as written
 };

@@ -33,19 +33,36 @@ Result<ShowCommand::Content> ShowCommand::readContent(CharacterSet characters) c
                        : history.error();
     }
     if (isReplicationDocument(text.value())) {
-        const Result<ReplicationDocument> document = readReplicationDocument(text.value(), file);
-        return document ? Result<Content>(Content{
-                              tablesOf(document.value(), file),
-                              picturesOf(document.value().tables, document.value().run, Repository())})
-                        : document.error();
+        const Result<ShownTables> shown = readReplicationDocument(text.value(), file);
+        return shown ? Result<Content>(
+                           Content{tablesOf(shown.value(), file),
+                                   picturesOf(shown.value().tables, shown.value().run, Repository())})
+                     : shown.error();
     }
-    const Result<ResultDocument> document = readResultDocument(text.value(), file);
+    return readResults(text.value(), characters);
+}
+
+Result<ShowCommand::Content> ShowCommand::readResults(const std::string& text,
+                                                      CharacterSet characters) const {
+    const Result<ResultDocument> document = readResultDocument(text, file);
     if (!document) {
         return document.error();
     }
+    const Result<std::optional<ShownTables>> shown = readTablesOfDocument(text, file);
+    if (!shown) {
+        return shown.error();
+    }
+    Content content;
     RunDescription run;
     run.title = file;
-    Content content{tablesOf(document.value(), file, characters), chartsOf(document.value(), run)};
+    if (const auto& asShown = shown.value()) {
+        run = asShown->run;
+        content = {tablesOf(*asShown, file), picturesOf(asShown->tables, run, Repository())};
+        std::ranges::move(historyTablesOf(document.value(), file, characters),
+                          std::back_inserter(content.tables));
+    } else {
+        content = {tablesOf(document.value(), file, characters), chartsOf(document.value(), run)};
+    }
     std::ranges::move(historiesOf(document.value(), run), std::back_inserter(content.pictures));
     return content;
 }

@@ -22,6 +22,8 @@ private:
     };
 
     [[nodiscard]] Result<Content> readContent(CharacterSet characters) const;
+    /// Of one run: as they were shown, if the document says so.
+    [[nodiscard]] Result<Content> readResults(const std::string& text, CharacterSet characters) const;
 
     std::string file;
     bool ascii = false;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <fmt/format.h>
+#include <optional>
 
 #include "component/host/core_time.h"
 
@@ -12,15 +13,25 @@ namespace {
 
 using Column = ResultTable::Column;
 
+/// The scale of all these columns; none if they differ.
+std::optional<double> commonScale(const ResultTable& table, const std::vector<std::size_t>& columns) {
+    const double scale = columns.empty() ? table.scale : table.columns[columns.front()].scale;
+    const bool isCommon = std::ranges::all_of(
+        columns, [&](std::size_t number) { return table.columns[number].scale == scale; });
+    return isCommon ? std::optional(scale) : std::nullopt;
+}
+
 /// Rows and the columns with these numbers.
 TextTable textTableOf(const ResultTable& table, const RunDescription& run,
                       const std::vector<std::size_t>& shown) {
     TextTable text;
     text.labelTitle = "Object";
+    const bool isOneScale = commonScale(table, shown).has_value();
     for (const std::size_t number : shown) {
         const Column& column = table.columns[number];
         text.columns.push_back(run.isReplicated ? statisticTitle(column.statistic, run.confidence)
-                                                : column.measure);
+                               : isOneScale     ? column.measure
+                                                : fmt::format("{} [scale {}]", column.measure, column.scale));
     }
     RowNumbers numbers;
     for (const ResultTable::Row& row : table.rows) {
@@ -52,6 +63,13 @@ std::string cellText(double value, const ResultTable::Column& column, const RunD
         return std::string(MeroCoreTime(value, run.daysPerYear, run.hoursPerDay).asText().view());
     }
     return std::string(SV::String(value).view());
+}
+
+std::string exactText(double value, const ResultTable::Column& column, const RunDescription& run) {
+    const std::string text = cellText(value, column, run);
+    const bool isTime = column.unit == ResultUnit::Seconds && column.statistic != ResultStatistic::Count;
+    const bool isRounded = isTime && std::isfinite(value) && value != std::round(value);
+    return isRounded ? fmt::format("{} ({} s)", text, value) : text;
 }
 
 std::string durationText(double seconds, const RunDescription& run) {
@@ -113,13 +131,24 @@ std::string statisticTitle(ResultStatistic statistic, double confidence) {
     return {};
 }
 
-std::string contextLine(const ResultTable& table, const RunDescription& run) {
-    std::string line = fmt::format("analysis: {}   scale: {}", run.analysis, table.scale);
+std::string timeBaseText(const RunDescription& run) {
+    return fmt::format("{} days a year, {} hours a day", run.daysPerYear, run.hoursPerDay);
+}
+
+std::string contextLine(const ResultTable& table, const std::vector<std::size_t>& columns,
+                        const RunDescription& run) {
+    const std::optional<double> scale = commonScale(table, columns);
+    std::string line = fmt::format("analysis: {}   scale: {}", run.analysis,
+                                   scale ? fmt::format("{}", *scale) : "by column");
     if (run.scaledStarts) {
         line += " (" + scalingText(run) + ")";
     }
     if (table.isGrouped) {
         line += "   grouped: " + groupingText(run);
+    }
+    if (const RunDescription usual;
+        run.daysPerYear != usual.daysPerYear || run.hoursPerDay != usual.hoursPerDay) {
+        line += "   time base: " + timeBaseText(run);
     }
     return line;
 }
@@ -146,9 +175,10 @@ std::vector<TextTable> textTablesOf(const ResultTable& table, const RunDescripti
                                                 return table.columns[number].position != measure.position;
                                             })
                              : shown.end();
-        texts.push_back(textTableOf(table, run, {first, end}));
+        const std::vector<std::size_t> columns(first, end);
+        texts.push_back(textTableOf(table, run, columns));
         texts.back().headers = {run.isReplicated ? title + ": " + measure.measure : title,
-                                "run: " + run.title, contextLine(table, run)};
+                                "run: " + run.title, contextLine(table, columns, run)};
         first = end;
     }
     return texts;

@@ -13,6 +13,10 @@ namespace mero {
 [[nodiscard]] std::string cellText(double value, const ResultTable::Column& column,
                                    const RunDescription& run);
 
+/// `cellText`, with the seconds as they are where a time text rounds them.
+[[nodiscard]] std::string exactText(double value, const ResultTable::Column& column,
+                                    const RunDescription& run);
+
 /// A time for people: "2 d 3 h 20 min", three parts at most; "-" for none.
 [[nodiscard]] std::string durationText(double seconds, const RunDescription& run);
 
@@ -32,10 +36,16 @@ private:
 /// Numbers of the columns that are worth showing: a count of replications is if a value is missing in one.
 [[nodiscard]] std::vector<std::size_t> shownColumns(const ResultTable& table, const RunDescription& run);
 
-/// "analysis: path   scale: 1", with the grouping if there is one.
-[[nodiscard]] std::string contextLine(const ResultTable& table, const RunDescription& run);
+/// "365 days a year, 24 hours a day".
+[[nodiscard]] std::string timeBaseText(const RunDescription& run);
 
-/// The table for a terminal; over replications, whose columns are many, one table for each measure.
+/// "analysis: path   scale: 1" of these columns, "by column" if their scales differ; with the grouping if
+/// there is one, and with the time base if it isn't the usual one.
+[[nodiscard]] std::string contextLine(const ResultTable& table, const std::vector<std::size_t>& columns,
+                                      const RunDescription& run);
+
+/// The table for a terminal; over replications, whose columns are many, one table for each measure. Columns
+/// of different scales say theirs.
 [[nodiscard]] std::vector<TextTable> textTablesOf(const ResultTable& table, const RunDescription& run);
 
 }  // namespace mero

@@ -159,7 +159,7 @@ Result<SimulateCommand::Prepared> SimulateCommand::prepare(const Console& consol
 RunDescription SimulateCommand::describeSimulation(const Prepared& prepared,
                                                    const RunSummary& summary) const {
     RunDescription run = describeRun(options, prepared.plan, prepared.file->repository());
-    run.title = fmt::format("simulation of {}, {}{} instances, seed {}", fmt::join(run.models, ", "),
+    run.title = fmt::format("simulation of {}, {}{} instances, seed {}", modelsText(run),
                             replications == 0 ? "" : fmt::format("{} replications, ", replications),
                             summary.started, seed);
     run.isSimulation = true;

@@ -1,6 +1,7 @@
 #include <cmath>
 #include <fmt/format.h>
 
+#include "platform/interchange/csv_reader.h"
 #include "platform/interchange/result_table.h"
 
 namespace mero {
@@ -24,15 +25,29 @@ std::string numberCell(double value) {
     return std::isfinite(value) ? fmt::format("{}", value) : std::string();
 }
 
+/// With a comma between two cells.
+void appendCells(std::string& row, std::initializer_list<std::string_view> cells) {
+    bool isFirst = true;
+    for (const std::string_view cell : cells) {
+        if (!isFirst) {
+            row += ',';
+        }
+        isFirst = false;
+        appendCsvCell(row, cell);
+    }
+}
+
 /// Lines of one table.
 class TableLines {
 public:
     TableLines(const ResultTable& shown, const RunDescription& description, std::string& target)
         : table(shown), run(description), text(target) {
-        begin = csvCell(run.title) + ',' + csvCell(table.model) + ',' + csvCell(table.agent.text) + ',';
-        end = ',' + csvCell(run.analysis) + ',' + (run.isSimulation ? std::to_string(run.seed) : "") +
-              fmt::format(",{:016x}", run.fingerprint) + ',' + csvCell(scalingText(run)) + ',' +
-              (table.isGrouped ? csvCell(groupingText(run)) : "");
+        appendCells(begin, {run.title, table.model, table.agent.text});
+        begin += ',';
+        end += ',';
+        appendCells(end, {run.analysis, run.isSimulation ? std::to_string(run.seed) : "",
+                          fmt::format("{:016x}", run.fingerprint), scalingText(run),
+                          table.isGrouped ? groupingText(run) : ""});
         end += LineEnd;
     }
 
@@ -53,8 +68,9 @@ private:
     void writeValue(const Row& row, const std::string& path, std::size_t first, std::size_t width) {
         const Column& column = table.columns[first];
         const bool isObject = row.kind == ResultTable::RowKind::Object;
-        text += begin + csvCell(column.measure) + ',' + csvCell(row.objectModel) + ',' +
-                (isObject ? csvCell(row.object.text) : "") + ',' + csvCell(path);
+        text += begin;
+        appendCells(text, {column.measure, row.objectModel, isObject ? std::string_view(row.object.text) : "",
+                           row.objectClass, path});
         for (std::size_t number = first; number < first + width; ++number) {
             text += ',' + numberCell(row.cells[number]);
         }
@@ -73,7 +89,7 @@ private:
 }  // namespace
 
 std::string writeResultCsv(const std::vector<ResultTable>& tables, const RunDescription& run) {
-    std::string text = "run,model,agent,measure,object_model,object,path,";
+    std::string text = "run,model,agent,measure,object_model,object,object_class,path,";
     text += run.isReplicated ? "replications,mean,standard_deviation,lower,upper" : "value";
     text += ",unit,scale,row,analysis,seed,fingerprint,scaling,grouping";
     text += LineEnd;

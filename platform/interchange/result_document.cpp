@@ -229,18 +229,4 @@ Result<ResultDocument> readResultDocument(std::string_view text, std::string_vie
     }
 }
 
-std::string csvCell(std::string_view text) {
-    if (text.find_first_of(",\"\r\n") == std::string_view::npos) {
-        return std::string(text);
-    }
-    std::string cell = "\"";
-    for (const char character : text) {
-        cell += character;
-        if (character == '"') {
-            cell += '"';
-        }
-    }
-    return cell + '"';
-}
-
 }  // namespace mero

@@ -81,10 +81,7 @@ void sortResults(ResultDocument& document);
 std::string writeResultDocument(ResultDocument document);
 
 /// Reads what `writeResultDocument` writes; identifiers are 0, and a null value is read as not-a-number. The
-/// keys `run` and `tables`, which say the same for people, are passed over.
+/// keys `run` and `tables` are passed over: `readTablesOfDocument` reads them.
 Result<ResultDocument> readResultDocument(std::string_view text, std::string_view source);
-
-/// A cell of a CSV line: in quotes where it holds a separator, a quote or a line break.
-std::string csvCell(std::string_view text);
 
 }  // namespace mero

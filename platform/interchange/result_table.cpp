@@ -27,6 +27,14 @@ std::string_view wordOf(ResultTable::RowKind kind) {
     return "maximum";
 }
 
+std::string modelsText(const RunDescription& run) {
+    std::string text;
+    for (const std::string& model : run.models) {
+        text += (text.empty() ? "" : ", ") + model;
+    }
+    return run.environment.empty() ? text : text + " with " + run.environment;
+}
+
 std::string scalingText(const RunDescription& run) {
     if (!run.scaledStarts) {
         return {};

@@ -37,11 +37,12 @@ struct ResultTable {
     enum class RowKind { Object, Sum, Minimum, Maximum };
     struct Row {
         RowKind kind = RowKind::Object;
-        std::size_t depth = 0;  ///< steps of the path but one
-        ResultName object;      ///< end of the path
-        std::string objectModel;
-        std::string label;          ///< as tables show it, without a number
-        std::vector<double> cells;  ///< one for each column
+        std::size_t depth = 0;   ///< steps of the path but one
+        ResultName object = {};  ///< end of the path
+        std::string objectModel = {};
+        std::string label = {};          ///< as tables show it, without a number
+        std::vector<double> cells = {};  ///< one for each column
+        std::string objectClass = {};    ///< empty for models; tells objects of one name in a model apart
     };
 
     ResultName agent;
@@ -101,17 +102,19 @@ struct RunDescription {
     std::string scaleScope;
 };
 
+/// "Order, Shipping with Staff": main models and working environment.
+[[nodiscard]] std::string modelsText(const RunDescription& run);
 /// "10 starts in 00:001:00:00:00, over 00:007:00:00:00"; empty for unscaled results.
 [[nodiscard]] std::string scalingText(const RunDescription& run);
 /// "Role over Has role"; empty without grouping.
 [[nodiscard]] std::string groupingText(const RunDescription& run);
 
 /// CSV text (RFC 4180, decimal points, full precision): a header line, then one line for each value with the
-/// columns run, model, agent, measure, object_model, object, path, value, unit, scale, row, analysis, seed,
-/// fingerprint, scaling, grouping. The names of a path are joined by " / "; `unit` is "s" for times; `scale`
-/// is what the value was multiplied by; `row` is object, sum, minimum or maximum. For replications the
-/// columns replications, mean, standard_deviation, lower and upper stand in place of value; those of the
-/// scatter are empty for a value that only one replication has.
+/// columns run, model, agent, measure, object_model, object, object_class, path, value, unit, scale, row,
+/// analysis, seed, fingerprint, scaling, grouping. The names of a path are joined by " / "; `unit` is "s" for
+/// times; `scale` is what the value was multiplied by; `row` is object, sum, minimum or maximum. For
+/// replications the columns replications, mean, standard_deviation, lower and upper stand in place of value;
+/// those of the scatter are empty for a value that only one replication has.
 std::string writeResultCsv(const std::vector<ResultTable>& tables, const RunDescription& run);
 
 /// The sorted result document as JSON text with two keys more: `run` describes the run, `tables` holds the
@@ -123,7 +126,8 @@ std::string writeResultDocument(ResultDocument document, const std::vector<Resul
 /// `replications` for each, and `tables` whose values are objects of statistics.
 std::string writeReplicationDocument(const std::vector<ResultTable>& tables, const RunDescription& run);
 
-struct ReplicationDocument {
+/// Tables with the run that they are of.
+struct ShownTables {
     RunDescription run;  ///< as far as tables show it
     std::vector<ResultTable> tables;
 };
@@ -132,6 +136,9 @@ struct ReplicationDocument {
 [[nodiscard]] bool isReplicationDocument(std::string_view text);
 
 /// Reads what `writeReplicationDocument` writes; identifiers are 0.
-Result<ReplicationDocument> readReplicationDocument(std::string_view text, std::string_view source);
+Result<ShownTables> readReplicationDocument(std::string_view text, std::string_view source);
+
+/// Reads the tables in a result document; identifiers are 0. None if it was written without.
+Result<std::optional<ShownTables>> readTablesOfDocument(std::string_view text, std::string_view source);
 
 }  // namespace mero

@@ -76,6 +76,7 @@ Json rowsOf(const ResultTable& table, std::size_t width) {
         if (row.kind == ResultTable::RowKind::Object) {
             node["object"] = row.object.text;
             node["objectModel"] = row.objectModel;
+            node["objectClass"] = row.objectClass;
             node["path"] = std::move(path);
         }
         Json values = Json::array();

@@ -1,5 +1,7 @@
 #include <algorithm>
+#include <array>
 #include <nlohmann/json.hpp>
+#include <span>
 
 #include "platform/interchange/document_node.h"
 #include "platform/interchange/json_reader.h"
@@ -18,9 +20,20 @@ std::uint64_t readCount(const DocumentNode& node) {
     return node.json().get<std::uint64_t>();
 }
 
+constexpr std::array OneValue{ResultStatistic::Value};
+
+/// The columns of a measure.
+std::span<const ResultStatistic> statisticsOf(const RunDescription& run) {
+    return run.isReplicated ? std::span<const ResultStatistic>(StatisticsInOrder)
+                            : std::span<const ResultStatistic>(OneValue);
+}
+
 double readStatistic(const DocumentNode& value, ResultStatistic statistic) {
     if (value.json().is_null()) {
         return ResultTable::NoValue;
+    }
+    if (statistic == ResultStatistic::Value) {
+        return value.numberOrNone();
     }
     const DocumentNode node = value.at(keyOf(statistic));
     return statistic == ResultStatistic::Count ? static_cast<double>(readCount(node)) : node.numberOrNone();
@@ -42,7 +55,6 @@ RunDescription readRun(const DocumentNode& node) {
         run.scalePeriod = scaled->at("period").text();
         run.scaleScope = scaled->at("scope").text();
     }
-    run.isReplicated = true;
     return run;
 }
 
@@ -57,7 +69,7 @@ ResultTable::RowKind readKind(const DocumentNode& node) {
     node.refuse("object, sum, minimum or maximum is expected here");
 }
 
-void readColumns(const DocumentNode& node, ResultTable& table) {
+void readColumns(const DocumentNode& node, std::span<const ResultStatistic> statistics, ResultTable& table) {
     for (const DocumentNode& entry : node.listAt("columns")) {
         ResultTable::Column column;
         column.measure = entry.at("measure").text();
@@ -65,24 +77,28 @@ void readColumns(const DocumentNode& node, ResultTable& table) {
         column.unit = entry.at("unit").text() == UnitOfSeconds ? ResultUnit::Seconds : ResultUnit::Number;
         column.scale = entry.at("scale").numberOrNone();
         column.position = table.columns.size();
-        for (const ResultStatistic statistic : StatisticsInOrder) {
+        for (const ResultStatistic statistic : statistics) {
             column.statistic = statistic;
             table.columns.push_back(column);
         }
     }
 }
 
-ResultTable::Row readRow(const DocumentNode& node, std::size_t columns) {
+ResultTable::Row readRow(const DocumentNode& node, std::span<const ResultStatistic> statistics,
+                         std::size_t columns) {
     ResultTable::Row row;
     row.kind = readKind(node.at("row"));
     row.label = node.at("label").text();
     if (row.kind == ResultTable::RowKind::Object) {
         row.object.text = node.at("object").text();
         row.objectModel = node.at("objectModel").text();
+        if (const auto objectClass = node.find("objectClass")) {
+            row.objectClass = objectClass->text();
+        }
         row.depth = std::max<std::size_t>(node.listAt("path").size(), 1) - 1;
     }
     for (const DocumentNode& value : node.listAt("values")) {
-        for (const ResultStatistic statistic : StatisticsInOrder) {
+        for (const ResultStatistic statistic : statistics) {
             row.cells.push_back(readStatistic(value, statistic));
         }
     }
@@ -92,36 +108,58 @@ ResultTable::Row readRow(const DocumentNode& node, std::size_t columns) {
     return row;
 }
 
-ResultTable readTable(const DocumentNode& node) {
+ResultTable readTable(const DocumentNode& node, std::span<const ResultStatistic> statistics) {
     ResultTable table;
     table.agent.text = node.at("agent").text();
     table.model = node.at("model").text();
     table.scale = node.at("scale").numberOrNone();
     table.isGrouped = node.at("grouped").flag();
-    readColumns(node, table);
+    readColumns(node, statistics, table);
     for (const DocumentNode& row : node.listAt("rows")) {
-        table.rows.push_back(readRow(row, table.columns.size()));
+        table.rows.push_back(readRow(row, statistics, table.columns.size()));
     }
     return table;
 }
 
-ReplicationDocument readReplications(const DocumentNode& node) {
+std::vector<ResultTable> readTables(const DocumentNode& node, const RunDescription& run) {
+    std::vector<ResultTable> tables;
+    for (const DocumentNode& table : node.listAt("tables")) {
+        tables.push_back(readTable(table, statisticsOf(run)));
+    }
+    return tables;
+}
+
+ShownTables readReplications(const DocumentNode& node) {
     if (node.at("format").text() != ReplicationFormatName) {
         node.at("format").refuse("these aren't the results of replications");
     }
     if (node.at("version").integer() != ReplicationFormatVersion) {
         node.at("version").refuse("this version isn't known");
     }
-    ReplicationDocument document;
+    ShownTables document;
     document.run = readRun(node.at("run"));
+    document.run.isReplicated = true;
     document.run.confidence = node.at("confidence").number();
     for (const DocumentNode& replication : node.listAt("replications")) {
         document.run.runs.push_back({.replication = readCount(replication.at("replication"))});
     }
-    for (const DocumentNode& table : node.listAt("tables")) {
-        document.tables.push_back(readTable(table));
-    }
+    document.tables = readTables(node, document.run);
     return document;
+}
+
+/// What `read` makes of the document; where it refuses, the error names the source.
+template <class Read>
+auto readDocument(std::string_view text, std::string_view source, Read read)
+    -> Result<decltype(read(std::declval<DocumentNode>()))> {
+    const Result<nlohmann::json> json = readJson(text, source);
+    if (!json) {
+        return json.error();
+    }
+    try {
+        return read(DocumentNode(json.value(), ""));
+    } catch (const DocumentRefused& refused) {
+        return Error{std::string(source) + ": " + refused.what()};
+    }
 }
 
 }  // namespace
@@ -131,16 +169,20 @@ bool isReplicationDocument(std::string_view text) {
     return json.is_object() && json.contains("format") && json["format"] == ReplicationFormatName;
 }
 
-Result<ReplicationDocument> readReplicationDocument(std::string_view text, std::string_view source) {
-    const Result<nlohmann::json> json = readJson(text, source);
-    if (!json) {
-        return json.error();
-    }
-    try {
-        return readReplications(DocumentNode(json.value(), ""));
-    } catch (const DocumentRefused& refused) {
-        return Error{std::string(source) + ": " + refused.what()};
-    }
+Result<ShownTables> readReplicationDocument(std::string_view text, std::string_view source) {
+    return readDocument(text, source, readReplications);
+}
+
+Result<std::optional<ShownTables>> readTablesOfDocument(std::string_view text, std::string_view source) {
+    return readDocument(text, source, [](const DocumentNode& node) {
+        std::optional<ShownTables> shown;
+        if (node.find("run") && node.find("tables")) {
+            shown.emplace();
+            shown->run = readRun(node.at("run"));
+            shown->tables = readTables(node, shown->run);
+        }
+        return shown;
+    });
 }
 
 }  // namespace mero

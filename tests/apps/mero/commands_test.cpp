@@ -179,8 +179,8 @@ TEST_F(CommandsTest, ResultsBeginAfterTheWarmUpAndAreThoseOfItsRecord) {
     replay.insert(replay.end(), common.begin(), common.end());
     for (const std::string& out : {run.out, runProgram(replay).out}) {
         // Each instance passes the task once, and three a second are 10,800 in an hour.
-        EXPECT_NE(out.find(",Counts,F,Order,Check,Order / Check,1,"), std::string::npos) << out;
-        EXPECT_NE(out.find(",Counts,S,Order,Check,Order / Check,388800,s,10800,"), std::string::npos) << out;
+        EXPECT_NE(out.find(",Counts,F,Order,Check,Task,Order / Check,1,"), std::string::npos) << out;
+        EXPECT_NE(out.find(",Counts,S,Order,Check,Task,Order / Check,388800,s,10800,"), std::string::npos) << out;
     }
 }
 
@@ -373,7 +373,7 @@ TEST_F(CommandsTest, EventLogIsImportedAndReplayed) {
                     "running-example resources", "--analysis", "nonstatic", "--start", "2010-12-27T00:00",
                     "--results", "csv"});
     EXPECT_EQ(replayed.status, 0) << replayed.err;
-    EXPECT_NE(replayed.out.find(",check ticket,running-example / check ticket,1.5,"), std::string::npos)
+    EXPECT_NE(replayed.out.find(",check ticket,Task,running-example / check ticket,1.5,"), std::string::npos)
         << replayed.out;
 }
 

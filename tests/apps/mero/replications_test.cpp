@@ -111,7 +111,7 @@ TEST_F(ReplicationsTest, TheDocumentIsShownAsTheTablesOfItsRun) {
     std::string expected = simulate(shared).out;
     const ProgramRun shown = runProgram({"show", file, "--ascii"});
     EXPECT_EQ(shown.status, 0) << shown.err;
-    const std::string context = "scale: 14 (2 starts in 00:001:00:00:00, over 00:007:00:00:00)\n";
+    const std::string context = "scale: 1 (2 starts in 00:001:00:00:00, over 00:007:00:00:00)\n";
     ASSERT_NE(expected.find(context), std::string::npos) << expected;
     for (std::size_t place = expected.find(context); place != std::string::npos;
          place = expected.find(context, place + 1)) {

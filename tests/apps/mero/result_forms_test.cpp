@@ -32,6 +32,22 @@ std::string deskDocument() {
       { "class": "Has role", "from": "Bob", "to": "Clerk" } ] } ] })";
 }
 
+/// Process "Desk" with two activities "Serve" of different classes; an agent with a measure that scales and
+/// one that doesn't.
+std::string mixedDocument() {
+    return R"({ "format": "mero-repository", "version": 1, "models": [
+  { "name": "Desk", "type": "Business process",
+    "objects": [ { "name": "Begin", "class": "Start event" },
+      { "name": "Serve", "class": "Task" }, { "name": "Serve", "class": "User task" },
+      { "name": "End", "class": "End event" } ],
+    "relations": [ { "class": "Sequence flow", "from": "Begin", "to": { "model": "Desk", "class": "Task", "name": "Serve" } },
+      { "class": "Sequence flow", "from": { "model": "Desk", "class": "Task", "name": "Serve" },
+        "to": { "model": "Desk", "class": "User task", "name": "Serve" } },
+      { "class": "Sequence flow", "from": { "model": "Desk", "class": "User task", "name": "Serve" }, "to": "End" } ],
+    "agents": [ { "name": "Counts", "class": "Process agent", "objects": "all \"Activity\"",
+        "definition": "AGENT\nAVGSUM name:\"R\" resultscope:mainobjects class:\"Activity\" attribute:\"Costs\" attribute-type:numeric\nCYCLETIME name:\"T\" resultscope:mainobjects" } ] } ] })";
+}
+
 class ResultFormsTest : public testing::Test {
 protected:
     ResultFormsTest() { writeFile(document, deskDocument()); }
@@ -55,14 +71,14 @@ bool contains(const std::string& text, const std::string& part) {
 TEST_F(ResultFormsTest, CsvFollowsTheOptionsOfTables) {
     const std::string plain = simulate({"--results", "csv"}).out;
     EXPECT_TRUE(
-        contains(plain, ",Desk,Counts,F & <i>,Desk,Serve <b>,Desk / Serve <b>,20,,1,object,capacity,1,"))
+        contains(plain, ",Desk,Counts,F & <i>,Desk,Serve <b>,Task,Desk / Serve <b>,20,,1,object,capacity,1,"))
         << plain;
-    EXPECT_TRUE(contains(plain, ",T,Desk,Serve <b>,Desk / Serve <b>,1800,s,1,object,")) << plain;
+    EXPECT_TRUE(contains(plain, ",T,Desk,Serve <b>,Task,Desk / Serve <b>,1800,s,1,object,")) << plain;
     EXPECT_FALSE(contains(plain, ",sum,"));
     const std::string total = simulate({"--results", "csv", "--total", "--sum", "--extremes"}).out;
-    EXPECT_TRUE(contains(total, ",T,Desk,Serve <b>,Serve <b>,1800,s,1,object,")) << total;
+    EXPECT_TRUE(contains(total, ",T,Desk,Serve <b>,Task,Serve <b>,1800,s,1,object,")) << total;
     EXPECT_TRUE(contains(total, ",1,sum,"));
-    EXPECT_TRUE(contains(total, ",T,,,,1800,s,1,minimum,")) << total;
+    EXPECT_TRUE(contains(total, ",T,,,,,1800,s,1,minimum,")) << total;
     // Ten starts a day over a week: what scales is multiplied by 70, and says so.
     const std::string scaled = simulate({"--results", "csv", "--scaled", "10", "--period", "00:001:00:00:00",
                                          "--scope", "00:007:00:00:00"})
@@ -92,6 +108,92 @@ TEST_F(ResultFormsTest, JsonHoldsTablesAndTheRunOnlyWhereTheyAreAskedFor) {
     EXPECT_EQ(runProgram({"show", folder / "r.json"}).status, 0);
 }
 
+TEST_F(ResultFormsTest, TablesSayTheScaleOfTheirColumnsAndAnUnusualTimeBase) {
+    const std::vector<std::string> scaling{"--scaled",        "10",      "--period",
+                                           "00:001:00:00:00", "--scope", "00:007:00:00:00"};
+    const std::string out = simulate(scaling).out;
+    EXPECT_TRUE(contains(out, "Load (Desk)\n")) << out;
+    EXPECT_TRUE(contains(out, "scale: 70 (10 starts in 00:001:00:00:00, over 00:007:00:00:00)\n")) << out;
+    EXPECT_FALSE(contains(out, "time base")) << out;
+    writeFile(folder / "mixed.json", mixedDocument());
+    std::vector<std::string> words{"simulate", folder / "mixed.json", "--models", "Desk", "--instances",
+                                   "20",       "--hours-per-day",     "8"};
+    words.insert(words.end(), scaling.begin(), scaling.end());
+    const std::string mixed = runProgram(words).out;
+    EXPECT_TRUE(contains(mixed, "scale: by column (10 starts")) << mixed;
+    EXPECT_TRUE(contains(mixed, "time base: 365 days a year, 8 hours a day")) << mixed;
+    EXPECT_TRUE(contains(mixed, "R [scale 70]      T [scale 1]\n")) << mixed;
+}
+
+TEST_F(ResultFormsTest, ObjectsOfOneNameAreToldApartByTheirClass) {
+    std::string twins = mixedDocument();
+    writeFile(folder / "twins.json", twins);
+    for (const char* const replications : {"", "2"}) {
+        std::vector<std::string> words{
+            "simulate", folder / "twins.json", "--models", "Desk", "--instances", "2", "--results"};
+        if (*replications != '\0') {
+            words.insert(words.begin() + 1, {"--replications", replications});
+        }
+        words.emplace_back("csv");
+        const std::string csv = runProgram(words).out;
+        EXPECT_TRUE(contains(csv, ",Serve,Task,Desk / Serve,")) << csv;
+        EXPECT_TRUE(contains(csv, ",Serve,User task,Desk / Serve,")) << csv;
+        words.back() = "json";
+        words.emplace_back("--detail");
+        const std::string json = runProgram(words).out;
+        EXPECT_TRUE(contains(json, "\"objectClass\": \"User task\"")) << json;
+    }
+}
+
+TEST_F(ResultFormsTest, ShowingADocumentWithTablesShowsThoseWithTheirRun) {
+    const std::vector<std::string> options{"--total",  "--sum",           "--scaled", "10",
+                                           "--period", "00:001:00:00:00", "--scope",  "00:007:00:00:00"};
+    const std::string tables = simulate(options).out;
+    std::vector<std::string> words = options;
+    words.insert(words.end(), {"--results", "json"});
+    writeFile(folder / "r.json", simulate(words).out);
+    std::string shown = runProgram({"show", folder / "r.json"}).out;
+    const std::string file = "file: " + (folder / "r.json") + "\n";
+    std::size_t count = 0;
+    for (std::size_t at = shown.find(file); at != std::string::npos; at = shown.find(file)) {
+        shown.erase(at, file.size());
+        ++count;
+    }
+    EXPECT_EQ(count, 2U);
+    EXPECT_EQ(shown, tables);
+}
+
+TEST_F(ResultFormsTest, TheTitleOfARunNamesItsModels) {
+    EXPECT_TRUE(contains(simulate({}).out, "run: simulation of Desk with Staff, 20 instances, seed 1\n"));
+    const std::string events = folder / "e.csv";
+    ASSERT_EQ(simulate({"--record-events", events}).status, 0);
+    const std::vector<std::string> replay{"replay",        document, "--events",   events,
+                                          "--models",      "Desk",   "--analysis", "capacity",
+                                          "--environment", "Staff",  "--start",    "2026-01-05T08:00"};
+    const std::string out = runProgram(replay).out;
+    EXPECT_TRUE(contains(out, "run: replay of e.csv on Desk with Staff\n")) << out;
+}
+
+TEST_F(ResultFormsTest, GroupsThatCannotBeFormedNameTheAgent) {
+    const ProgramRun none = simulate({"--group", "Organisational unit/Belongs to", "--total"});
+    EXPECT_TRUE(contains(none.err, "to group them. Agent: Load (Desk)\n")) << none.err;
+}
+
+TEST_F(ResultFormsTest, NumbersOutOfRangeAreRefusedReadably) {
+    for (const auto& [option, value, reason] :
+         {std::tuple{"--scaled", "-1", "\"-1\" isn't a whole number, 0 or more"},
+          {"--scaled", "1.5", "\"1.5\" isn't a whole number, 0 or more"},
+          {"--scaled", "99999999999", "\"99999999999\" isn't a whole number, 0 or more"},
+          {"--days-per-year", "0", "\"0\" isn't a number above 0"},
+          {"--days-per-year", "nan", "\"nan\" isn't a number above 0"},
+          {"--hours-per-day", "x", "\"x\" isn't a number above 0"}}) {
+        const ProgramRun refused = simulate({option, value});
+        EXPECT_EQ(refused.status, 2) << value;
+        EXPECT_TRUE(contains(refused.err, reason)) << refused.err;
+        EXPECT_LT(refused.err.size(), 300U) << refused.err;
+    }
+}
+
 TEST_F(ResultFormsTest, TheHtmlPageIsWholeInItselfAndEscapesTexts) {
     const ProgramRun run = simulate({"--results", "html", "--sum"});
     ASSERT_EQ(run.status, 0) << run.err;
@@ -108,6 +210,21 @@ TEST_F(ResultFormsTest, TheHtmlPageIsWholeInItselfAndEscapesTexts) {
         EXPECT_FALSE(contains(page, outside)) << outside;
     }
     EXPECT_FALSE(contains(page, "<b>"));
+}
+
+TEST(HtmlPageTest, WhatIsPointedAtIsAsExactAsWhatIsShown) {
+    RunDescription run;
+    run.models = {"Order"};
+    ResultTable table;
+    table.agent = {"Stays", 1};
+    table.columns = {{.measure = "T", .unit = ResultUnit::Seconds}};
+    const double third = 1.0 / 3.0;
+    for (const double value : {third, 1800.25}) {
+        table.rows.push_back({ResultTable::RowKind::Object, 0, {"Order", 2}, "", "Order", {value}});
+    }
+    const std::string page = writeHtmlPage({table}, run);
+    EXPECT_TRUE(contains(page, "<td title=\"00:000:00:00:00 (0.3333333333333333 s)\">0.3333 s</td>")) << page;
+    EXPECT_TRUE(contains(page, "<td title=\"00:000:00:30:00 (1800.25 s)\">30 min</td>")) << page;
 }
 
 TEST(HtmlPageTest, PicturesStandBelowTheirTableOrAtTheEnd) {
