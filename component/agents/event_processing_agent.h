@@ -8,7 +8,8 @@
 
 #include "component/agents/atomar_agent.h"
 #include "component/agents/id_filter.h"
-#include "component/agents/live_processes.h"
+#include "component/agents/process_instance.h"
+#include "component/results/place_table.h"
 
 /// Where a value of an object counts under the result scope.
 enum class MeroPlacement {
@@ -102,7 +103,7 @@ protected:
     std::unique_ptr<MeroCalendar> calendar;
     std::int32_t finishedProcesses = 0;  ///< goes on counting over a restart, unless the agent says otherwise
     bool modelIsEnvironment = false;
-    MeroLiveProcesses instances;  ///< by main instance key
+    MeroPlaceTable<MeroAgentProcessInstance> instances;  ///< that are alive, by main instance key
 
 private:
     [[nodiscard]] const char* scopeWord() const;

@@ -56,6 +56,8 @@ void MeroMeasuringAgent::expectEvent(const MeroSimEvent& event) const {
     instances.prefetch(mainKey);
     if (opensOrCloses) {
         instances.prefetchIndex(mainKey);
+    } else {
+        expectPass(event);
     }
 }
 

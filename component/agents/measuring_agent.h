@@ -55,6 +55,8 @@ protected:
     [[nodiscard]] virtual bool measuresAt(std::int32_t code) const = 0;
     /// One of these events.
     virtual int measure(const MeroSimEvent& event) = 0;
+    /// One of these will come soon: asks for memory besides that of the process.
+    virtual void expectPass([[maybe_unused]] const MeroSimEvent& event) const {}
     virtual int endProcess(const MeroSimEvent& event);
     /// Ends the main process if the called one runs the agent's model.
     virtual int endSubProcess(const MeroSimEvent& event);
@@ -100,6 +102,14 @@ protected:
         return byCaller ? MeroCollecting::ByCollectorOfCaller : MeroCollecting::ByItself;
     }
     [[nodiscard]] double abscissaAt(double time) const;
+    /// Asks for what a table of passes will look at.
+    template <class Item>
+    static void expectKeyOfPass(const MeroSimEvent& event, const MeroPlaceTable<Item>& passes) {
+        SV::String passKey;
+        event.getExecutionKey(&passKey);
+        passes.prefetch(passKey);
+        passes.prefetchIndex(passKey);
+    }
 
 private:
     MeroPath pathBuffer;

@@ -31,10 +31,11 @@ void MeroAgentProcessInstance::begin(const SV::String& mainKey, const SV::String
 
 void MeroAgentProcessInstance::clear() {
     key = {};
+    block.reset();
     topInstance.clear();
     instancesByPath.clear();
-    for (auto& [instanceKey, instance] : subInstances) {
-        keepIdle(std::move(instance));
+    for (auto& entry : subInstances) {
+        keepIdle(std::move(entry.item));
     }
     subInstances.clear();
 }
@@ -110,9 +111,9 @@ bool MeroAgentProcessInstance::removeSubProcess(const SV::String& instanceKey, b
         displayErrorMessage("aeagents", __LINE__);
     }
     std::vector<SV::String> collected;
-    for (const auto& [otherKey, other] : subInstances) {
-        if (other.get() != instance && &other->getCollector() == instance) {
-            collected.push_back(otherKey);
+    for (const auto& other : subInstances) {
+        if (other.item.get() != instance && &other.item->getCollector() == instance) {
+            collected.push_back(other.key);
         }
     }
     std::ranges::for_each(collected, [this](const SV::String& otherKey) { eraseSubInstance(otherKey); });
@@ -148,8 +149,8 @@ std::span<MeroAgentSubProcessInstance* const> MeroAgentProcessInstance::getInsta
         return {&top, isAlive() ? std::size_t{1} : std::size_t{0}};
     }
     ordered.assign(1, top);
-    for (const auto& [instanceKey, instance] : subInstances) {
-        ordered.push_back(instance.get());
+    for (const auto& entry : subInstances) {
+        ordered.push_back(entry.item.get());
     }
     std::ranges::sort(ordered, std::less<>{},
                       [](const auto* instance) -> const SV::String& { return instance->getKey(); });

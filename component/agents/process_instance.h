@@ -11,9 +11,16 @@
 /// How the values of a new sub-process are collected.
 enum class MeroCollecting { ByItself, ByCollectorOfCaller };
 
+/// What the passes of one main process in the model of an agent span.
+struct MeroMainProcessBlock {
+    double startTime;  ///< of the first pass
+    double endTime;    ///< of the last pass closed, or the block's start
+    std::int32_t openCount = 1;
+};
+
 /// One live main process with its tree of sub-process instances, from its start to its end. Keys are those
 /// that the engine gives out.
-class MeroAgentProcessInstance {
+class alignas(64) MeroAgentProcessInstance {
 public:
     /// Start time of a process whose start isn't measured.
     static constexpr double StartNotMeasured = -1.0;
@@ -43,6 +50,8 @@ public:
 
     /// From `begin` to `clear`.
     [[nodiscard]] bool isAlive() const { return topInstance.isAlive(); }
+    /// Nothing while there is none; only agents that measure it keep it.
+    [[nodiscard]] std::optional<MeroMainProcessBlock>& getBlock() { return block; }
     [[nodiscard]] const MeroAgentSubProcessInstance& getTopInstance() const { return topInstance; }
     [[nodiscard]] bool hasInstance(const SV::String& instanceKey) const {
         return isTop(instanceKey) || subInstances.contains(instanceKey);
@@ -79,6 +88,7 @@ private:
     MeroAgentSubProcessInstance* const top = &topInstance;
     MeroId modelId = MeroNoId;
     double startTime = StartNotMeasured;
+    std::optional<MeroMainProcessBlock> block;
     MeroKeyedTable<SV::String, InstancePointer> subInstances;
     /// One instance for each call path but the top's: all instances of a path have the same collector.
     MeroKeyedTable<MeroPathKey, MeroAgentSubProcessInstance*> instancesByPath;

@@ -11,11 +11,17 @@
 
 #include "component/results/position_index.h"
 
-/// Keys that remember where a table found them last.
-template <class Key>
-concept MeroHintedKey = requires(const Key& key) {
-    { key.lookupHint() } -> std::same_as<std::uint32_t>;
-    key.setLookupHint(std::uint32_t{});
+/// Entry of a `MeroKeyedTable`.
+template <class Key, class Item>
+struct MeroTableEntry {
+    Key key;
+    Item item;
+    std::uint32_t tag;  ///< lower half of the hash: other keys needn't be looked at where they lie
+};
+template <std::integral Key, class Item>
+struct MeroTableEntry<Key, Item> {
+    Key key;
+    Item item;
 };
 
 /// Table by key for the hot path: entries lie densely in the order of making, a hash index comes in only when
@@ -24,10 +30,7 @@ concept MeroHintedKey = requires(const Key& key) {
 template <class Key, class Item>
 class MeroKeyedTable {
 public:
-    struct Entry {
-        Key key;
-        Item item;
-    };
+    using Entry = MeroTableEntry<Key, Item>;
     using Entries = std::vector<Entry>;
     using iterator = typename Entries::iterator;
     using const_iterator = typename Entries::const_iterator;
@@ -44,8 +47,14 @@ public:
 
     /// The key must not be there.
     Item& add(const Key& key, Item item) {
-        entries.push_back(Entry{key, std::move(item)});
-        leaveHint(entries.size() - 1);
+        if (entries.empty()) {
+            entries.reserve(AHandful);
+        }
+        if constexpr (LiesInPlace) {
+            entries.push_back(Entry{key, std::move(item)});
+        } else {
+            entries.push_back(Entry{key, std::move(item), tagOf(key)});
+        }
         if (!index.empty()) {
             index.add(hashOf(key), entries.size() - 1);
         } else if (entries.size() > LinearLimit) {
@@ -69,7 +78,6 @@ public:
                 index.move(hashOf(entries[last].key), last, position);
             }
             entries[position] = std::move(entries[last]);
-            leaveHint(position);
         }
         entries.pop_back();
         return true;
@@ -105,41 +113,33 @@ public:
 
 private:
     static constexpr std::size_t Missing = MeroPositionIndex::Missing;
-    /// Up to so many entries are searched one by one. Numbers lie side by side, other keys cost a look
-    /// elsewhere each.
-    static constexpr std::size_t LinearLimit = std::is_integral_v<Key> ? 8 : 1;
+    /// Up to so many entries are searched one by one.
+    static constexpr std::size_t LinearLimit = 8;
+    static constexpr std::size_t AHandful = 4;
+    static constexpr bool LiesInPlace = std::integral<Key>;
 
     [[nodiscard]] static std::size_t hashOf(const Key& key) { return std::hash<Key>{}(key); }
+    [[nodiscard]] static std::uint32_t tagOf(const Key& key) {
+        return static_cast<std::uint32_t>(hashOf(key));
+    }
 
     [[nodiscard]] std::size_t positionOf(const Key& key) const {
-        if (index.empty()) {
-            const auto found = std::find_if(entries.begin(), entries.end(),
-                                            [&](const Entry& entry) { return entry.key == key; });
-            return found != entries.end() ? static_cast<std::size_t>(found - entries.begin()) : Missing;
-        }
-        if constexpr (MeroHintedKey<Key>) {
-            return positionByHint(key);
-        } else {
-            return positionByHash(key);
-        }
+        return index.empty() ? positionOneByOne(key) : positionByHash(key);
     }
-    /// The index of a large table isn't in the processor's cache, while the key and its entry are needed
-    /// anyway.
-    [[nodiscard]] std::size_t positionByHint(const Key& key) const {
-        const std::uint32_t hint = key.lookupHint();
-        if (hint < entries.size() && entries[hint].key == key) {
-            return hint;
+    [[nodiscard]] std::size_t positionOneByOne(const Key& key) const {
+        if (entries.empty()) {
+            return Missing;
         }
-        const std::size_t position = positionByHash(key);
-        if (position != Missing) {
-            key.setLookupHint(static_cast<std::uint32_t>(position));
-        }
-        return position;
-    }
-    void leaveHint(std::size_t position) {
-        if constexpr (MeroHintedKey<Key>) {
-            entries[position].key.setLookupHint(static_cast<std::uint32_t>(position));
-        }
+        const auto found = [&] {
+            if constexpr (LiesInPlace) {
+                return std::ranges::find(entries, key, &Entry::key);
+            } else {
+                return std::ranges::find_if(entries, [&, tag = tagOf(key)](const Entry& entry) {
+                    return entry.tag == tag && entry.key == key;
+                });
+            }
+        }();
+        return found != entries.end() ? static_cast<std::size_t>(found - entries.begin()) : Missing;
     }
     [[nodiscard]] std::size_t positionByHash(const Key& key) const {
         return index.find(hashOf(key), [&](std::size_t position) { return entries[position].key == key; });

@@ -131,8 +131,8 @@ void MeroChangeWorkerAgent::assign(const MeroSimEvent& event, const SV::String& 
         event.getResourceId(&worker);
     }
     const MeroId target = classifyObject(modelId, model) == MeroPlacement::UnderObject ? modelId : model;
-    const MeroPreviousExecutives* const previous = previousExecutives.find(mainKey);
-    const double changed = previous != nullptr && previous->isChange(worker) ? OneChange : 0.0;
+    const auto* const previous = previousExecutives.find(mainKey);
+    const double changed = previous != nullptr && previous->getValue().isChange(worker) ? OneChange : 0.0;
     findInstance(mainKey)->addFirstValue(instanceKey, target, changed, MeroValueUse::Accumulate);
 }
 
@@ -143,11 +143,11 @@ void MeroChangeWorkerAgent::finishStep(const MeroSimEvent& event, const SV::Stri
     } else {
         event.getResourceId(&worker);
     }
-    MeroPreviousExecutives* previous = previousExecutives.find(mainKey);
+    auto* previous = previousExecutives.find(mainKey);
     if (previous == nullptr) {
-        previous = &previousExecutives.add(mainKey, {});
+        previous = previousExecutives.add(mainKey, MeroPreviousExecutives{});
     }
-    previous->noteWorker(worker, time);
+    previous->getValue().noteWorker(worker, time);
 }
 
 void MeroChangeWorkerAgent::emitInstance(MeroAgentProcessInstance& process, const InstanceEnd& end) {

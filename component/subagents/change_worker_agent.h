@@ -61,5 +61,5 @@ private:
 
     MeroNamedOption classOption{"class"};
     bool observesExecutives = true;
-    MeroKeyedTable<SV::String, MeroPreviousExecutives> previousExecutives;  ///< by main instance key
+    MeroPlaceTable<MeroPlacedValue<MeroPreviousExecutives>> previousExecutives;  ///< by main instance key
 };

@@ -42,72 +42,62 @@ void MeroCycleTimeAgent::clearRunData() {
 bool MeroCycleTimeAgent::releaseCalendar() {
     instances.clear();
     openPasses.clear();
-    processBlocks.clear();
     return MeroMeasuringAgent::releaseCalendar();
 }
 
 // Passes and blocks
 
 void MeroCycleTimeAgent::openPass(const SV::String& passKey, double time) {
-    if (!openPasses.contains(passKey)) {
-        openPasses.add(passKey, time);
-    }
+    openPasses.add(passKey, time);
 }
 
 bool MeroCycleTimeAgent::closePass(MeroAgentProcessInstance& process, const Pass& pass, MeroId object) {
-    const double* const start = openPasses.find(pass.passKey);
-    if (start == nullptr) {
+    const auto* const opened = openPasses.find(pass.passKey);
+    if (opened == nullptr) {
         return true;
     }
-    const double duration = pass.time - *start;
+    const double duration = pass.time - opened->getValue();
     openPasses.erase(pass.passKey);
     return process.addFirstValue(pass.instanceKey, object, duration, MeroValueUse::Accumulate) &&
            process.addSecondValue(pass.instanceKey, object, OnePass, MeroValueUse::Accumulate);
 }
 
-void MeroCycleTimeAgent::enterBlock(const SV::String& mainKey, MeroId model, double time) {
-    if (MeroMainProcessBlock* const block = processBlocks.find(mainKey)) {
+void MeroCycleTimeAgent::enterBlock(MeroAgentProcessInstance& process, MeroId model, double time) {
+    if (auto& block = process.getBlock()) {
         ++block->openCount;
     } else if (model == modelId) {
-        processBlocks.add(mainKey, {time, time});
+        block = {time, time};
     }
 }
 
-void MeroCycleTimeAgent::leaveBlock(const SV::String& mainKey, double time) {
-    if (MeroMainProcessBlock* const block = processBlocks.find(mainKey)) {
+void MeroCycleTimeAgent::leaveBlock(MeroAgentProcessInstance& process, double time) {
+    if (auto& block = process.getBlock()) {
         block->endTime = time;
         --block->openCount;
     }
 }
 
-bool MeroCycleTimeAgent::closeBlock(MeroAgentProcessInstance& process, const SV::String& mainKey,
-                                    const SV::String& instanceKey) {
-    const MeroMainProcessBlock* const block = processBlocks.find(mainKey);
-    if (block == nullptr) {
+bool MeroCycleTimeAgent::closeBlock(MeroAgentProcessInstance& process, const SV::String& instanceKey) {
+    auto& block = process.getBlock();
+    if (!block) {
         return true;
     }
     const double duration = block->endTime - block->startTime;
-    processBlocks.erase(mainKey);
+    block.reset();
     return process.addFirstValue(instanceKey, modelId, duration, MeroValueUse::Accumulate) &&
            process.addSecondValue(instanceKey, modelId, OnePass, MeroValueUse::Replace);
 }
 
 void MeroCycleTimeAgent::closeIdleBlock(const SV::String& mainKey) {
-    const MeroMainProcessBlock* const block = processBlocks.find(mainKey);
     MeroAgentProcessInstance* const process = findInstance(mainKey);
-    if (block != nullptr && block->openCount == 0 && process != nullptr &&
-        !closeBlock(*process, mainKey, process->getTopInstance().getKey())) {
+    if (process != nullptr && process->getBlock() && process->getBlock()->openCount == 0 &&
+        !closeBlock(*process, process->getTopInstance().getKey())) {
         instances.erase(mainKey);
     }
 }
 
-void MeroCycleTimeAgent::dropProcess(const SV::String& mainKey) {
-    instances.erase(mainKey);
-    processBlocks.erase(mainKey);
-}
-
 void MeroCycleTimeAgent::dropInstance(const SV::String& key) {
-    dropProcess(key);
+    instances.erase(key);
     openPasses.erase(key);
 }
 
@@ -124,7 +114,7 @@ int MeroCycleTimeAgent::startSubProcess(const MeroSimEvent& event) {
             closeIdleBlock(call.mainKey);
         }
     } else if (!isInWorkingTime(call.time)) {
-        dropProcess(call.mainKey);
+        instances.erase(call.mainKey);
     } else if (isOwnModel) {
         addProcessInstance(call.calledModel, call.calledKey, call.mainKey, call.time);
     } else if (MeroAgentProcessInstance* const process = findInstance(call.mainKey)) {
@@ -138,7 +128,7 @@ void MeroCycleTimeAgent::enterCall(MeroAgentProcessInstance& process, const Call
     process.addSubProcess(call.calledKey, call.callerKey, call.calledModel,
                           byItself ? MeroCollecting::ByItself : MeroCollecting::ByCollectorOfCaller);
     openPass(call.calledKey, call.time);
-    enterBlock(call.mainKey, call.model, call.time);
+    enterBlock(process, call.model, call.time);
 }
 
 int MeroCycleTimeAgent::endSubProcess(const MeroSimEvent& event) {
@@ -155,11 +145,12 @@ int MeroCycleTimeAgent::endSubProcess(const MeroSimEvent& event) {
         return EventHandled;
     }
     const bool measured = classifyObject(modelId, pass.model) != MeroPlacement::ProcessOnly;
-    if (measured && !closePass(*findInstance(pass.mainKey), pass, pass.model)) {
-        dropProcess(pass.mainKey);
+    MeroAgentProcessInstance& process = *findInstance(pass.mainKey);
+    if (measured && !closePass(process, pass, pass.model)) {
+        instances.erase(pass.mainKey);
         return EventHandled;
     }
-    leaveBlock(pass.mainKey, pass.time);
+    leaveBlock(process, pass.time);
     return EventHandled;
 }
 
@@ -199,7 +190,7 @@ void MeroCycleTimeAgent::reachObject(const Pass& pass) {
         openPass(pass.passKey, pass.time);
     }
     if (pass.model == modelId) {
-        enterBlock(pass.mainKey, pass.model, pass.time);
+        enterBlock(*findInstance(pass.mainKey), pass.model, pass.time);
     }
 }
 
@@ -207,16 +198,19 @@ void MeroCycleTimeAgent::finishObject(const Pass& pass) {
     if (!isEventRelevant({.instance = true, .object = true, .calendar = true}, pass.mainKey, pass.instanceKey,
                          pass.object, pass.time)) {
         openPasses.erase(pass.passKey);
-        processBlocks.erase(pass.mainKey);
+        if (MeroAgentProcessInstance* const process = findInstance(pass.mainKey)) {
+            process->getBlock().reset();
+        }
         return;
     }
     const bool measured = classifyObject(modelId, pass.model) == MeroPlacement::UnderObject;
-    if (measured && !closePass(*findInstance(pass.mainKey), pass, pass.object)) {
-        dropProcess(pass.mainKey);
+    MeroAgentProcessInstance& process = *findInstance(pass.mainKey);
+    if (measured && !closePass(process, pass, pass.object)) {
+        instances.erase(pass.mainKey);
         return;
     }
     if (pass.model == modelId) {
-        leaveBlock(pass.mainKey, pass.time);
+        leaveBlock(process, pass.time);
     }
 }
 
@@ -229,18 +223,17 @@ int MeroCycleTimeAgent::endProcess(const MeroSimEvent& event) {
     }
     MeroAgentProcessInstance* const process = findInstance(end.mainKey);
     if (process == nullptr) {
-        processBlocks.erase(end.mainKey);
         return EventHandled;
     }
     const std::optional<bool> counts = countsAtEnd(*process, end.time);
     if (!counts) {
         return EventHandled;
     }
-    if (*counts && closeBlock(*process, end.mainKey, end.instanceKey)) {
+    if (*counts && closeBlock(*process, end.instanceKey)) {
         ++finishedProcesses;
         emitInstance(*process, {end.model, abscissaAt(end.time)});
     }
-    dropProcess(end.mainKey);
+    instances.erase(end.mainKey);
     return EventHandled;
 }
 

@@ -14,12 +14,6 @@ public:
     bool releaseCalendar() override;
 
 private:
-    /// What passes of one main process in the agent's model span.
-    struct MeroMainProcessBlock {
-        double startTime;  ///< of the first pass
-        double endTime;    ///< of the last pass closed, or the block's start
-        std::int32_t openCount = 1;
-    };
     /// An event of a pass, or the end of a sub-process.
     struct Pass {
         MeroId object = MeroNoId;
@@ -40,6 +34,7 @@ private:
         return code == EventObjectReached || code == EventWorkEnd;
     }
     int measure(const MeroSimEvent& event) override;
+    void expectPass(const MeroSimEvent& event) const override { expectKeyOfPass(event, openPasses); }
     int endProcess(const MeroSimEvent& event) override;
     int endSubProcess(const MeroSimEvent& event) override;
     void dropInstance(const SV::String& key) override;
@@ -55,14 +50,12 @@ private:
     void openPass(const SV::String& passKey, double time);
     /// Adds the stay of an open pass to `object`. False if it can't be added.
     [[nodiscard]] bool closePass(MeroAgentProcessInstance& process, const Pass& pass, MeroId object);
-    void enterBlock(const SV::String& mainKey, MeroId model, double time);
-    void leaveBlock(const SV::String& mainKey, double time);
+    void enterBlock(MeroAgentProcessInstance& process, MeroId model, double time);
+    static void leaveBlock(MeroAgentProcessInstance& process, double time);
     /// Adds the span of the block to the agent's model. False if it can't be added.
-    [[nodiscard]] bool closeBlock(MeroAgentProcessInstance& process, const SV::String& mainKey,
-                                  const SV::String& instanceKey);
+    [[nodiscard]] bool closeBlock(MeroAgentProcessInstance& process, const SV::String& instanceKey);
     void closeIdleBlock(const SV::String& mainKey);
-    void dropProcess(const SV::String& mainKey);
 
-    MeroKeyedTable<SV::String, double> openPasses;  ///< start by key of the pass, or of the called instance
-    MeroKeyedTable<SV::String, MeroMainProcessBlock> processBlocks;  ///< by main instance key
+    /// Starts by key of the pass, or of the called instance.
+    MeroPlaceTable<MeroPlacedValue<double>> openPasses;
 };

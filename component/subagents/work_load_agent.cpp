@@ -19,9 +19,12 @@ constexpr double NotStarted = -1.0;
 
 }  // namespace
 
-MeroWorkLoadAgent::OpenPeriod::OpenPeriod(const Pass& pass, double start)
-    : object(pass.object), worker(pass.worker) {
-    value = start;
+void MeroWorkLoadAgent::OpenPeriod::begin(const SV::String& passKey, const Pass& pass) {
+    alive = true;
+    key = passKey;
+    object = pass.object;
+    worker = pass.worker;
+    value = pass.time;
     setFirstText(pass.mainKey);
     setSecondText(pass.instanceKey);
 }
@@ -114,11 +117,10 @@ int MeroWorkLoadAgent::measure(const MeroSimEvent& event) {
 }
 
 void MeroWorkLoadAgent::openPeriod(MeroAgentProcessInstance& process, const Pass& pass) {
-    if (!openPeriods.contains(pass.passKey)) {
-        openPeriods.add(pass.passKey, OpenPeriod(pass, pass.time));
-    }
     if (targetOf(process, pass) == nullptr) {
         abortAgent();
+    } else {
+        openPeriods.add(pass.passKey, pass);
     }
 }
 
@@ -227,9 +229,8 @@ bool MeroWorkLoadAgent::flushWorkLoad() {
 }
 
 bool MeroWorkLoadAgent::countOpenPeriods() {
-    openPeriods.sortBy(std::less<>{});
-    for (auto& [passKey, period] : openPeriods) {
-        if (!bringUpToDate(passKey, period)) {
+    for (OpenPeriod* const period : openPeriods.inOrderOfKeys()) {
+        if (!bringUpToDate(*period)) {
             abortAgent();
             return false;
         }
@@ -237,7 +238,7 @@ bool MeroWorkLoadAgent::countOpenPeriods() {
     return true;
 }
 
-bool MeroWorkLoadAgent::bringUpToDate(const SV::String& passKey, OpenPeriod& period) {
+bool MeroWorkLoadAgent::bringUpToDate(OpenPeriod& period) {
     const std::optional<double> seconds = workedBetween(period.value, currentTime);
     MeroAgentProcessInstance* const process = seconds ? findInstance(period.getMainKey()) : nullptr;
     const MeroAgentSubProcessInstance* const instance =
@@ -251,7 +252,7 @@ bool MeroWorkLoadAgent::bringUpToDate(const SV::String& passKey, OpenPeriod& per
     pass.mainModel = process->getModelId();
     pass.model = instance->getModelId();
     pass.instanceKey = period.getInstanceKey();
-    pass.passKey = passKey;
+    pass.passKey = period.getKey();
     if (!addWork(*process, pass, *seconds)) {
         return false;
     }
@@ -273,8 +274,8 @@ void MeroWorkLoadAgent::collectWorkedTimes() {
 bool MeroWorkLoadAgent::reportWorkedTimes() {
     std::vector<std::pair<SV::String, const WorkedTime*>> ordered;
     ordered.reserve(accumulated.size());
-    for (const auto& [path, worked] : accumulated) {
-        ordered.emplace_back(getPathKey(path.path), &worked);
+    for (const auto& entry : accumulated) {
+        ordered.emplace_back(getPathKey(entry.item.path), &entry.item);
     }
     std::ranges::sort(ordered, {}, [](const auto& entry) -> const SV::String& { return entry.first; });
     for (const auto& [key, worked] : ordered) {

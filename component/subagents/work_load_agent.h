@@ -26,15 +26,20 @@ private:
     /// Work that is under way, by the key of its pass.
     class OpenPeriod : public MeroAgentObjectValueString {
     public:
-        OpenPeriod(const Pass& pass, double start);
+        void begin(const SV::String& passKey, const Pass& pass);
+        void clear() { *this = {}; }
+        [[nodiscard]] bool isAlive() const { return alive; }
+        [[nodiscard]] const SV::String& getKey() const { return key; }
         [[nodiscard]] MeroId getObject() const { return object; }
         [[nodiscard]] MeroId getWorker() const { return worker; }
         [[nodiscard]] const SV::String& getMainKey() const { return getFirstText(); }
         [[nodiscard]] const SV::String& getInstanceKey() const { return getSecondText(); }
 
     private:
-        MeroId object;
-        MeroId worker;
+        SV::String key;
+        MeroId object = MeroNoId;
+        MeroId worker = MeroNoId;
+        bool alive = false;
     };
     /// Seconds that were worked on one path. Its key is a view of the path, which stays where it is when this
     /// moves.
@@ -61,6 +66,7 @@ private:
         return opensPeriod(code) || code == EventWorkSuspended || code == EventWorkEnd;
     }
     int measure(const MeroSimEvent& event) override;
+    void expectPass(const MeroSimEvent& event) const override { expectKeyOfPass(event, openPeriods); }
     int endProcess(const MeroSimEvent& event) override;
     void emitInstance(MeroAgentProcessInstance& process, const InstanceEnd& end) override;
     void finishMeasure() override { flushWorkLoad(); }
@@ -70,7 +76,7 @@ private:
     void closePeriod(MeroAgentProcessInstance& process, const Pass& pass);
     [[nodiscard]] bool addWork(MeroAgentProcessInstance& process, const Pass& pass, double seconds);
     [[nodiscard]] std::optional<double> workedBetween(double from, double to) const;
-    bool bringUpToDate(const SV::String& passKey, OpenPeriod& period);
+    bool bringUpToDate(OpenPeriod& period);
     bool countOpenPeriods();
     void collectWorkedTimes();
     bool reportWorkedTimes();
@@ -81,8 +87,8 @@ private:
     [[nodiscard]] const MeroCalendar* availableCalendarOf(MeroId workerId);
 
     double runStartTime = -1.0;
-    double currentTime = 0.0;  ///< of the last event
-    MeroKeyedTable<SV::String, OpenPeriod> openPeriods;
+    double currentTime = 0.0;                ///< of the last event
+    MeroPlaceTable<OpenPeriod> openPeriods;  ///< by key of the pass
     MeroKeyedTable<MeroPathKey, WorkedTime> accumulated;
     MeroKeyedTable<MeroId, MeroCalendar> availableCalendars;
     MeroPath workPath;

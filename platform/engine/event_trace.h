@@ -52,11 +52,13 @@ public:
     /// for.
     [[nodiscard]] std::uint64_t digest(std::size_t index) const { return rows[index].digest; }
 
-    /// Asks the memory for the main key of the event, which components look at first.
-    void prefetchKey(std::size_t index) const {
+    /// Asks the memory for the keys of the event at which components look first: those of the process and of
+    /// the pass.
+    void prefetchKeys(std::size_t index) const {
         if (index < rows.size()) {
-            // What a text knows of itself, such as its hash, lies before its bytes.
-            __builtin_prefetch(keyOf(places[rows[index].place][1]).GetStr() - 1);
+            const Row& row = rows[index];
+            prefetchText(keyOf(places[row.place][1]));
+            prefetchText(keys[row.passKey]);
         }
     }
 
@@ -104,6 +106,8 @@ private:
         std::uint32_t last = 0;
     };
 
+    /// What a text knows of itself, such as its hash, lies before its bytes.
+    static void prefetchText(const SV::String& text) { __builtin_prefetch(text.GetStr() - 1); }
     [[nodiscard]] const SV::String& keyOf(std::int32_t number) const {
         return keys[static_cast<std::uint32_t>(number)];
     }

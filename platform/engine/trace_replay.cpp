@@ -29,7 +29,7 @@ private:
     static constexpr std::size_t Ahead = 12;
 
     void announce(std::size_t index) {
-        trace.prefetchKey(index + Ahead);
+        trace.prefetchKeys(index + Ahead);
         if (index < trace.size()) {
             SimEvent& event = events[index % Ahead];
             trace.read(index, event);

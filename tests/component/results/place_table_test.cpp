@@ -1,4 +1,4 @@
-#include "component/agents/live_processes.h"
+#include "component/results/place_table.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -7,12 +7,16 @@
 #include <string>
 #include <vector>
 
+#include "component/agents/process_instance.h"
+
 namespace {
 
-TEST(LiveProcesses, HoldTheSameAsAMapUnderAnyChangesAndReuseTheirPlaces) {
-    MeroLiveProcesses processes;
+using LiveProcesses = MeroPlaceTable<MeroAgentProcessInstance>;
+
+TEST(PlaceTable, HoldTheSameAsAMapUnderAnyChangesAndReuseTheirPlaces) {
+    LiveProcesses processes;
     // Both tables leave hints with the same texts, so that either misleads the other.
-    MeroLiveProcesses others;
+    LiveProcesses others;
     std::map<int, double> expected;
     std::vector<SV::String> keys;
     for (int number = 0; number < 300; ++number) {
@@ -59,8 +63,8 @@ TEST(LiveProcesses, HoldTheSameAsAMapUnderAnyChangesAndReuseTheirPlaces) {
     EXPECT_EQ(processes.find(keys[0]), nullptr);
 }
 
-TEST(LiveProcesses, AFreePlaceHasNoProcessWithoutAKey) {
-    MeroLiveProcesses processes;
+TEST(PlaceTable, AFreePlaceHasNoProcessWithoutAKey) {
+    LiveProcesses processes;
     processes.add("a", "a", 1, 0.0);
     processes.erase("a");
     EXPECT_EQ(processes.find(""), nullptr);
@@ -69,8 +73,8 @@ TEST(LiveProcesses, AFreePlaceHasNoProcessWithoutAKey) {
     EXPECT_EQ(processes.find("a"), nullptr);
 }
 
-TEST(LiveProcesses, AProcessHasNothingOfTheOneThatLayThereBefore) {
-    MeroLiveProcesses processes;
+TEST(PlaceTable, AProcessHasNothingOfTheOneThatLayThereBefore) {
+    LiveProcesses processes;
     MeroAgentProcessInstance* const first = processes.add("a", "a", 1, 0.0);
     for (int pass = 0; pass < 30; ++pass) {
         const SV::String key(std::int32_t{pass});
