@@ -61,6 +61,15 @@ function(mero_program name)
   target_link_libraries(${name} PRIVATE ${ARG_LINKS})
 endfunction()
 
+# Programs that run processes get their memory in large pages, where the allocator for that is there. Sanitizers bring
+# an allocator of their own.
+function(mero_use_large_pages name)
+  if(TARGET mimalloc AND NOT MERO_SANITIZE)
+    target_sources(${name} PRIVATE ${PROJECT_SOURCE_DIR}/platform/support/large_pages.cpp)
+    target_link_libraries(${name} PRIVATE mimalloc)
+  endif()
+endfunction()
+
 # mero_test(name SOURCES … LINKS …): a GoogleTest program, registered with CTest as one entry a test case.
 function(mero_test name)
   mero_program(${name} ${ARGN})
