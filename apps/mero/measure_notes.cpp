@@ -68,6 +68,13 @@ std::string reasonOf(MeroAtomarAgent& measure, const Library& library, const cha
     return faults.empty() ? otherwise : faults.front().reason;
 }
 
+/// These read times, rates and calendars of who does the work.
+bool measuresWorkers(MeroAtomarAgent& measure) {
+    const int type = measure.getAgentType();
+    return type == AgentTypeStrain || type == AgentTypeWorkLoad || type == AgentTypeWeightedCost ||
+           type == AgentTypeUnweightedCost;
+}
+
 }  // namespace
 
 std::vector<MeasureFault> measureFaultsOf(std::string_view definition, const Library& library) {
@@ -105,9 +112,13 @@ std::vector<std::string> notesOnMissingMeasures(MeroSuperAgent& agent, bool isSc
                              ? "an object that it observes, or a value of one, isn't as it needs it"
                              : "its formula or inputs can't be used"));
         } else if (measure->getAgentState() == AgentFailed) {
-            notes.push_back(label + " had to stop and has no results: " +
-                            reasonOf(*measure, library,
-                                     "an event, an object or a calendar of the run isn't as it needs it"));
+            notes.push_back(
+                label + " had to stop and has no results: " +
+                reasonOf(*measure, library,
+                         measuresWorkers(*measure)
+                             ? "it met work that nobody does, or an event, an object or a calendar "
+                               "that isn't as it needs it"
+                             : "an event, an object or a calendar of the run isn't as it needs it"));
         } else if (!isScaled && measure->getAgentType() == AgentTypeStrain) {
             notes.push_back(label + " is shown only with --scaled N --period TIME --scope TIME");
         }
