@@ -45,9 +45,9 @@ public:
             return refuse(
                 fmt::format("{}:{}: the number {} is out of range", place.line, place.column, token));
         }
-        // The parser's message says what it expected behind its last dash.
+        // Behind the place, which it tells in its own way, the parser says what it was reading and what came.
         const std::string_view message = cause.what();
-        const std::size_t reason = message.rfind(": ");
+        const std::size_t reason = message.find(": ");
         return refuse(fmt::format("{}:{}: not a JSON text: {}", place.line, place.column,
                                   reason == std::string_view::npos ? message : message.substr(reason + 2)));
     }
