@@ -6,7 +6,7 @@ namespace {
 /// that each event would wait for several of them. Chosen before `main`, since memory that is there stays as
 /// it is.
 [[maybe_unused]] const bool chosen = [] {
-    mi_option_enable(mi_option_large_os_pages);
+    mi_option_set_enabled_default(mi_option_large_os_pages, true);
     return true;
 }();
 
