@@ -6,6 +6,7 @@
 #include <QDateTimeEdit>
 #include <QListWidget>
 #include <QMenuBar>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QSettings>
 #include <QSpinBox>
@@ -85,11 +86,18 @@ TEST_F(MainWindowTest, CancelEndsARunAndKeepsTheResultsSoFar) {
     RunPanel& panel = window->runPanel();
     panel.endBox().setValue(10'000'000);
     bool wasAlive = false;
-    QTimer::singleShot(100, [&] {
+    QTimer whileRunning;
+    QObject::connect(&whileRunning, &QTimer::timeout, [&] {
+        // Cancelled any earlier, the run may have no finished instance.
+        if (panel.findChild<QProgressBar*>()->value() == 0) {
+            return;
+        }
+        whileRunning.stop();
         wasAlive = window->isRunning() && panel.cancelButton().isVisible() && !panel.modelList().isEnabled();
         EXPECT_FALSE(window->menuBar()->actions().front()->menu()->actions().front()->isEnabled());
         QTest::mouseClick(&panel.cancelButton(), Qt::LeftButton);
     });
+    whileRunning.start(50);
     QTest::mouseClick(&panel.simulateButton(), Qt::LeftButton);
     EXPECT_TRUE(wasAlive);
     EXPECT_FALSE(window->isRunning());
