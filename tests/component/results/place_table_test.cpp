@@ -19,6 +19,7 @@ TEST(PlaceTable, HoldTheSameAsAMapUnderAnyChangesAndReuseTheirPlaces) {
     LiveProcesses others;
     std::map<int, double> expected;
     std::vector<SV::String> keys;
+    keys.reserve(300);
     for (int number = 0; number < 300; ++number) {
         keys.emplace_back(std::int32_t{number});
     }
