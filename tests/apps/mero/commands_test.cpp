@@ -180,7 +180,8 @@ TEST_F(CommandsTest, ResultsBeginAfterTheWarmUpAndAreThoseOfItsRecord) {
     for (const std::string& out : {run.out, runProgram(replay).out}) {
         // Each instance passes the task once, and three a second are 10,800 in an hour.
         EXPECT_NE(out.find(",Counts,F,Order,Check,Task,Order / Check,1,"), std::string::npos) << out;
-        EXPECT_NE(out.find(",Counts,S,Order,Check,Task,Order / Check,388800,s,10800,"), std::string::npos) << out;
+        EXPECT_NE(out.find(",Counts,S,Order,Check,Task,Order / Check,388800,s,10800,"), std::string::npos)
+            << out;
     }
 }
 

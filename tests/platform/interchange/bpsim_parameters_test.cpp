@@ -186,8 +186,9 @@ TEST_F(BpsimParameters, QbpParametersOfAFileAreInSeconds) {
     EXPECT_EQ(text(object("bank", "W_Nabellen incomplete dossiers"), "Duration"),
               "lognormal(1543.1,264627087.8)");
     EXPECT_EQ(text(object("bank staff", "Role 3"), "Name"), "Role 3");
-    EXPECT_EQ(text(object("bank staff", "Role 1 35"), "Calendar"),
-              "CALENDAR \"Default\" year:\"2011\"\nWEEKLY days:\"mon tue wed thu fri\" hours:\"09:00-17:00\"");
+    EXPECT_EQ(
+        text(object("bank staff", "Role 1 35"), "Calendar"),
+        "CALENDAR \"Default\" year:\"2011\"\nWEEKLY days:\"mon tue wed thu fri\" hours:\"09:00-17:00\"");
 }
 
 }  // namespace

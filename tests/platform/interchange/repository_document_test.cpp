@@ -122,7 +122,8 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         Broken{"Nothing", "", "1:1: not a JSON text"},
         Broken{"Truncated", "{\n  \"format\": \"mero-rep", "2:"},
-        Broken{"TrailingText", modelOf("") + "\n x", "2:2: not a JSON text: syntax error while parsing value"},
+        Broken{"TrailingText", modelOf("") + "\n x",
+               "2:2: not a JSON text: syntax error while parsing value"},
         Broken{"BadUtf8", "{\"format\": \"\xff\"}", "1:"},
         Broken{"NumberTooLarge",
                modelOf(R"("objects": [{"name": "A", "class": "Task", "attributes": {"Costs": 1e999}}])"),

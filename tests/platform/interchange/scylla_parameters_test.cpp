@@ -55,7 +55,8 @@ TEST_F(ScyllaParameters, ReachTasksEventsFlowsAndWorkers) {
     EXPECT_EQ(repository.numberOf(flow("Shop", "f"), "Probability"), 0.25);
     EXPECT_EQ(text(object("Shop", "Start event 1"), "Arrival"), "poisson(2,3600)");
     const Object& ann = object("Shop staff", "Ann");
-    EXPECT_EQ(text(ann, "Calendar"), "CALENDAR \"t\" year:\"2026\"\nWEEKLY days:\"mon fri sat sun\" hours:\"22:00-24:00\"");
+    EXPECT_EQ(text(ann, "Calendar"),
+              "CALENDAR \"t\" year:\"2026\"\nWEEKLY days:\"mon fri sat sun\" hours:\"22:00-24:00\"");
     EXPECT_EQ(repository.numberOf(ann, "Hourly wages"), 60.0);
     EXPECT_EQ(repository.numberOf(object("Shop staff", "Clerk 2"), "Hourly wages"), 120.0);
     EXPECT_EQ(countWorkers("Shop staff"), 3U);

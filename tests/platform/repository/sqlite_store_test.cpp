@@ -69,7 +69,8 @@ void fill(Repository& repository) {
     EXPECT_TRUE(repository.setRelationValue(flow, probability, 1.0));
     const MeroId barred = builder.flow(start, check);
     EXPECT_TRUE(repository.setRelationValue(barred, probability, 0.0));
-    EXPECT_NE(findValue(repository.findRelation(barred)->values, probability), nullptr) << "never isn't unset";
+    EXPECT_NE(findValue(repository.findRelation(barred)->values, probability), nullptr)
+        << "never isn't unset";
     const MeroId ann = builder.object(builder.environment("Staff"), "Worker", "Ann");
     builder.set(ann, "Calendar", SV::String(""));
     builder.set(ann, "Hourly wages", 2);
