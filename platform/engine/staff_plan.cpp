@@ -216,46 +216,56 @@ private:
         }
     }
 
+    /// What an element of "Task durations" is for.
+    struct TimedTask {
+        std::optional<std::string> model;  ///< none for every model
+        std::string name;
+
+        auto operator<=>(const TimedTask&) const = default;
+        [[nodiscard]] std::string text() const {
+            return model ? fmt::format("\"{}\" of model \"{}\"", name, *model) : fmt::format("\"{}\"", name);
+        }
+    };
+
     /// Those for tasks of every model come first, so that one for a certain model comes before them.
     void addDurations(const Object& object, std::uint32_t worker, const KilnDocument& document,
                       const TaskPlaces& places) {
-        std::set<std::pair<std::string, std::string>> seen;
+        std::set<TimedTask> seen;
         for (const bool ofModel : {false, true}) {
             for (const KilnElement& element : document.elements) {
-                if ((document.find(element, "model") != nullptr) == ofModel) {
-                    addDuration(object, worker, document, element, places, seen);
+                const KilnAttribute* const model = document.find(element, "model");
+                if ((model != nullptr) != ofModel) {
+                    continue;
+                }
+                const KilnAttribute* const name = document.find(element, "task");
+                const KilnAttribute* const text = document.find(element, "distribution");
+                if (element.keyword != "DURATION" || name == nullptr || text == nullptr) {
+                    refuse(object, "Task durations",
+                           "expected DURATION task:\"…\" distribution:\"…\", or with model:\"…\"");
+                    continue;
+                }
+                TimedTask task{ofModel ? std::optional(model->value.plain()) : std::nullopt,
+                               name->value.plain()};
+                addDuration(object, worker, task, text->value.plain(), places);
+                if (!seen.insert(task).second) {
+                    report(object,
+                           fmt::format("has two durations for the task {}: the last counts", task.text()));
                 }
             }
         }
     }
 
-    void addDuration(const Object& object, std::uint32_t worker, const KilnDocument& document,
-                     const KilnElement& element, const TaskPlaces& places,
-                     std::set<std::pair<std::string, std::string>>& seen) {
-        const KilnAttribute* task = document.find(element, "task");
-        const KilnAttribute* text = document.find(element, "distribution");
-        if (element.keyword != "DURATION" || task == nullptr || text == nullptr) {
-            refuse(object, "Task durations",
-                   "expected DURATION task:\"…\" distribution:\"…\", or with model:\"…\"");
-            return;
-        }
-        Result<Distribution> distribution = Distribution::parse(text->value.plain());
+    void addDuration(const Object& object, std::uint32_t worker, const TimedTask& task,
+                     const std::string& text, const TaskPlaces& places) {
+        Result<Distribution> distribution = Distribution::parse(text);
         if (!distribution) {
             refuse(object, "Task durations", distribution.error().text);
             return;
         }
-        const KilnAttribute* ofModel = document.find(element, "model");
-        const std::string name = task->value.plain();
-        const auto model = ofModel != nullptr ? std::optional(ofModel->value.plain()) : std::nullopt;
-        const std::string place =
-            model ? fmt::format("\"{}\" of model \"{}\"", name, *model) : fmt::format("\"{}\"", name);
-        if (!seen.emplace(name, model ? "in " + *model : "").second) {
-            report(object, fmt::format("has two durations for the task {}: the last counts", place));
-        }
-        const std::vector<std::uint32_t>& nodes = places.nodesOf(model, name);
+        const std::vector<std::uint32_t>& nodes = places.nodesOf(task.model, task.name);
         if (nodes.empty()) {
-            if (!places.isKnown(model, name)) {
-                report(object, fmt::format("has a duration for the task {}, which isn't there", place));
+            if (!places.isKnown(task.model, task.name)) {
+                report(object, fmt::format("has a duration for the task {}, which isn't there", task.text()));
             }
             return;
         }
