@@ -23,6 +23,9 @@ constexpr std::array MeasuresOfAttributes{AgentTypeAverageSum, AgentTypeWeighted
 /// The class has to be one of executives or of resources.
 constexpr std::array MeasuresOfWork{AgentTypeStrain, AgentTypeWeightedCost, AgentTypeUnweightedCost,
                                     AgentTypeChangeOfWorker};
+/// These read times, rates and calendars of who does the work.
+constexpr std::array MeasuresOfWorkers{AgentTypeStrain, AgentTypeWorkLoad, AgentTypeWeightedCost,
+                                       AgentTypeUnweightedCost};
 
 bool isOneOf(std::span<const MeroAgentType> types, int type) {
     return std::ranges::find(types, type) != types.end();
@@ -68,13 +71,6 @@ std::string reasonOf(MeroAtomarAgent& measure, const Library& library, const cha
     return faults.empty() ? otherwise : faults.front().reason;
 }
 
-/// These read times, rates and calendars of who does the work.
-bool measuresWorkers(MeroAtomarAgent& measure) {
-    const int type = measure.getAgentType();
-    return type == AgentTypeStrain || type == AgentTypeWorkLoad || type == AgentTypeWeightedCost ||
-           type == AgentTypeUnweightedCost;
-}
-
 }  // namespace
 
 std::vector<MeasureFault> measureFaultsOf(std::string_view definition, const Library& library) {
@@ -115,7 +111,7 @@ std::vector<std::string> notesOnMissingMeasures(MeroSuperAgent& agent, bool isSc
             notes.push_back(
                 label + " had to stop and has no results: " +
                 reasonOf(*measure, library,
-                         measuresWorkers(*measure)
+                         isOneOf(MeasuresOfWorkers, measure->getAgentType())
                              ? "it met work that nobody does, or an event, an object or a calendar "
                                "that isn't as it needs it"
                              : "an event, an object or a calendar of the run isn't as it needs it"));

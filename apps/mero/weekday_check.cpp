@@ -83,9 +83,8 @@ void tellWrongWeekdays(const Repository& repository, const RunPlan& plan, const 
             continue;
         }
         console.tell(fmt::format(
-            "the calendar of \"{}\"{} takes the start of the run for a {}, though it is a {}: write CALENDAR "
-            "… "
-            "year:\"{}\" in it, or choose another start",
+            "the calendar of \"{}\"{} takes the start of the run for a {}, though it is a {}: "
+            "write CALENDAR … year:\"{}\" in it, or choose another start",
             objects.front()->name.view(),
             objects.size() == 1 ? "" : fmt::format(" and {} more", objects.size() - 1),
             WeekdayNames.at((*first + day).c_encoding()), WeekdayNames.at(real.c_encoding()), year));
