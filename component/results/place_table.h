@@ -36,7 +36,6 @@ public:
         const std::size_t position = positionOf(key);
         return position != Missing ? &itemAt(position) : nullptr;
     }
-    [[nodiscard]] bool contains(const SV::String& key) const { return positionOf(key) != Missing; }
 
     /// Begins an item with the key and `rest`. Null if the key is there already.
     template <class... Rest>

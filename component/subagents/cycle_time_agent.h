@@ -47,6 +47,7 @@ private:
     static bool readPass(const MeroSimEvent& event, Pass& pass);
     void reachObject(const Pass& pass);
     void finishObject(const Pass& pass);
+    /// A key that is open already keeps its start.
     void openPass(const SV::String& passKey, double time);
     /// Adds the stay of an open pass to `object`. False if it can't be added.
     [[nodiscard]] bool closePass(MeroAgentProcessInstance& process, const Pass& pass, MeroId object);

@@ -29,8 +29,7 @@ struct RunnerCounts {
     std::uint64_t finished = 0;
     std::uint64_t dropped = 0;
     std::uint64_t startedAtOnce = 0;  ///< by messages, since the clock moved
-    std::uint64_t generations =
-        0;  ///< longest chain of instances, each started by a message of the one before
+    std::uint64_t generations = 0;    ///< longest chain of instances, each started by the one before
     std::map<std::string, std::uint64_t> dropReasons;
 
     [[nodiscard]] std::uint64_t live() const { return started - finished - dropped; }
