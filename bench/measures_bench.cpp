@@ -88,10 +88,10 @@ void addSizes(const Measure& measure) {
     };
     static constexpr std::size_t Events = 5'000'000;
     static constexpr std::size_t EventsOfPass = 4;
-    // Every instance lives from its start to its end, and every object is passed several times.
+    // Several instances, one after the other, for each that is alive, and several passes of every object.
     add("LiveInstances", [](std::size_t count) {
         constexpr std::size_t Passes = 4;
-        return RunShape{.events = std::max(Events, count * (Passes * EventsOfPass + 2)),
+        return RunShape{.events = std::max(Events, 2 * count * (Passes * EventsOfPass + 2)),
                         .liveInstances = count,
                         .passes = Passes / 2,
                         .objects = 2};
