@@ -140,6 +140,12 @@ MeroAgentProcessInstance* MeroEventProcessingAgent::findInstance(const SV::Strin
     return instances.find(mainKey);
 }
 
+const std::vector<MeroAgentSubProcessInstance*>& MeroEventProcessingAgent::instancesOf(
+    MeroAgentProcessInstance& process) {
+    process.getInstances(instanceBuffer);
+    return instanceBuffer;
+}
+
 bool MeroEventProcessingAgent::isInCalendarInterval(double time) {
     if (calendar == nullptr) {
         return false;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <vector>
 
 #include "component/host/calendar.h"
 #include "component/host/core_variables.h"
@@ -75,6 +76,9 @@ protected:
                                          const SV::String& instanceKey, bool& isOwnModel);
     /// Null if it isn't alive.
     [[nodiscard]] MeroAgentProcessInstance* findInstance(const SV::String& mainKey);
+    /// All instances of a process in the order of their keys. Valid until the next call.
+    [[nodiscard]] const std::vector<MeroAgentSubProcessInstance*>& instancesOf(
+        MeroAgentProcessInstance& process);
     /// Opens the entry of a main process. A key that is alive already is an inconsistency of the run: it ends
     /// the agent.
     bool addProcessInstance(MeroId model, const SV::String& instanceKey, const SV::String& mainKey,
@@ -112,6 +116,7 @@ private:
     [[nodiscard]] int prepareAgain();
 
     MeroIdFilter observedFilter;
+    std::vector<MeroAgentSubProcessInstance*> instanceBuffer;
 };
 
 /// Shows the event message, if there is such a window, and asks to hide it at the end of its life.

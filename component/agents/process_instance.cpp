@@ -72,9 +72,9 @@ bool MeroAgentProcessInstance::addSubProcess(const SV::String& instanceKey, cons
     return true;
 }
 
-MeroAgentSubProcessInstance* MeroAgentProcessInstance::findByPath(MeroPathView path) const {
+MeroAgentSubProcessInstance* MeroAgentProcessInstance::findByPath(MeroPathView path) {
     if (std::ranges::equal(topInstance.getCallPath(), path)) {
-        return top;
+        return &topInstance;
     }
     auto* const* const found = instancesByPath.find({path});
     return found != nullptr ? *found : nullptr;
@@ -82,7 +82,7 @@ MeroAgentSubProcessInstance* MeroAgentProcessInstance::findByPath(MeroPathView p
 
 MeroAgentProcessInstance::InstancePointer MeroAgentProcessInstance::takeIdleInstance() {
     if (idle.empty()) {
-        return std::make_unique<MeroAgentSubProcessInstance>();
+        return std::make_unique<SubInstance>();
     }
     InstancePointer instance = std::move(idle.back());
     idle.pop_back();
@@ -133,7 +133,7 @@ void MeroAgentProcessInstance::eraseSubInstance(const SV::String& instanceKey) {
 
 MeroAgentSubProcessInstance* MeroAgentProcessInstance::getInstance(const SV::String& instanceKey) {
     if (isTop(instanceKey)) {
-        return top;
+        return &topInstance;
     }
     auto* const found = subInstances.find(instanceKey);
     return found != nullptr ? found->get() : nullptr;
@@ -144,17 +144,18 @@ MeroAgentSubProcessInstance* MeroAgentProcessInstance::getCollector(const SV::St
     return instance != nullptr ? &instance->getCollector() : nullptr;
 }
 
-std::span<MeroAgentSubProcessInstance* const> MeroAgentProcessInstance::getInstances() {
-    if (subInstances.empty()) {
-        return {&top, isAlive() ? std::size_t{1} : std::size_t{0}};
+void MeroAgentProcessInstance::getInstances(std::vector<MeroAgentSubProcessInstance*>& inOrder) {
+    inOrder.clear();
+    if (isAlive()) {
+        inOrder.push_back(&topInstance);
     }
-    ordered.assign(1, top);
     for (const auto& entry : subInstances) {
-        ordered.push_back(entry.item.get());
+        entry.item->prefetch();
+        __builtin_prefetch(entry.key.GetStr());
+        inOrder.push_back(entry.item.get());
     }
-    std::ranges::sort(ordered, std::less<>{},
+    std::ranges::sort(inOrder, {},
                       [](const auto* instance) -> const SV::String& { return instance->getKey(); });
-    return ordered;
 }
 
 bool MeroAgentProcessInstance::addFirstValue(const SV::String& instanceKey, MeroId objectId, double value,

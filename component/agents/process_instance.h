@@ -2,7 +2,6 @@
 
 #include <memory>
 #include <optional>
-#include <span>
 #include <vector>
 
 #include "component/agents/sub_process_instance.h"
@@ -60,8 +59,8 @@ public:
     [[nodiscard]] MeroAgentSubProcessInstance* getInstance(const SV::String& instanceKey);
     /// Collector of the instance; null if there is none.
     [[nodiscard]] MeroAgentSubProcessInstance* getCollector(const SV::String& instanceKey);
-    /// All instances in the order of their keys. Valid until the next change.
-    [[nodiscard]] std::span<MeroAgentSubProcessInstance* const> getInstances();
+    /// All instances in the order of their keys, in place of what the sequence held.
+    void getInstances(std::vector<MeroAgentSubProcessInstance*>& inOrder);
 
     // On the collector of the instance; false or null if the instance isn't there.
 
@@ -71,13 +70,15 @@ public:
     [[nodiscard]] std::optional<MeroId> getInstanceModelId(const SV::String& instanceKey);
 
 private:
-    using InstancePointer = std::unique_ptr<MeroAgentSubProcessInstance>;
+    /// Begins with a line of the cache, so that it takes as few of them as can be.
+    struct alignas(64) SubInstance : MeroAgentSubProcessInstance {};
+    using InstancePointer = std::unique_ptr<SubInstance>;
 
     [[nodiscard]] bool isTop(const SV::String& instanceKey) const {
         return topInstance.getKey() == instanceKey && isAlive();
     }
     /// Null if no instance has this call path.
-    [[nodiscard]] MeroAgentSubProcessInstance* findByPath(MeroPathView path) const;
+    [[nodiscard]] MeroAgentSubProcessInstance* findByPath(MeroPathView path);
     [[nodiscard]] InstancePointer takeIdleInstance();
     void keepIdle(InstancePointer instance);
     void eraseSubInstance(const SV::String& instanceKey);
@@ -85,13 +86,11 @@ private:
     // What each event of a pass needs comes first, close together.
     SV::String key;
     MeroAgentSubProcessInstance topInstance;
-    MeroAgentSubProcessInstance* const top = &topInstance;
     MeroId modelId = MeroNoId;
     double startTime = StartNotMeasured;
     std::optional<MeroMainProcessBlock> block;
     MeroKeyedTable<SV::String, InstancePointer> subInstances;
     /// One instance for each call path but the top's: all instances of a path have the same collector.
     MeroKeyedTable<MeroPathKey, MeroAgentSubProcessInstance*> instancesByPath;
-    std::vector<MeroAgentSubProcessInstance*> ordered;
     std::vector<InstancePointer> idle;  ///< of processes that lay here before
 };

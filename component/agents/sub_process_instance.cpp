@@ -1,13 +1,13 @@
 #include "component/agents/sub_process_instance.h"
 
-#include <algorithm>
+#include <utility>
 
 void MeroAgentSubProcessInstance::begin(const SV::String& instanceKey, MeroId model, MeroPathView path,
                                         MeroAgentSubProcessInstance* collectorInstance) {
     alive = true;
     key = instanceKey;
     collected = collectorInstance != nullptr;
-    collector = collectorInstance;
+    above = collectorInstance;
     modelId = model;
     callPath.assign(path);
 }
@@ -15,11 +15,11 @@ void MeroAgentSubProcessInstance::begin(const SV::String& instanceKey, MeroId mo
 void MeroAgentSubProcessInstance::clear() {
     alive = false;
     key = {};
-    parent = nullptr;
+    above = nullptr;
+    collected = false;
     values.clear();
-    children.clear();
+    lastChild = nullptr;
     firstSumHolds = false;
-    secondSumHolds = false;
 }
 
 MeroAgentObjectValue& MeroAgentSubProcessInstance::valueFor(MeroId objectId) {
@@ -64,8 +64,12 @@ double MeroAgentSubProcessInstance::sumOver(MeroId objectId, Part part, SumOfChi
             sum += part(value);
         }
     }
-    for (MeroAgentSubProcessInstance* const child : children) {
-        sum += sumOfChild(*child).value_or(0.0);
+    if (lastChild != nullptr) {
+        MeroAgentSubProcessInstance* child = lastChild;
+        do {
+            child = child->next;
+            sum += sumOfChild(*child).value_or(0.0);
+        } while (child != lastChild);
     }
     return sum;
 }
@@ -92,23 +96,14 @@ std::optional<double> MeroAgentSubProcessInstance::sumSecondValues(MeroId object
     if (isCollected() || (!ordered.empty() && !(*ordered.begin()).value.hasSecondValue())) {
         return std::nullopt;
     }
-    if (objectId == MeroNoId && secondSumHolds) {
-        return secondSum;
-    }
-    const double sum = sumOver(
+    return sumOver(
         objectId, [](const MeroAgentObjectValue& value) { return value.getSecondValue(); },
         [objectId](MeroAgentSubProcessInstance& child) { return child.sumSecondValues(objectId); });
-    if (objectId == MeroNoId) {
-        secondSum = sum;
-        secondSumHolds = true;
-    }
-    return sum;
 }
 
 void MeroAgentSubProcessInstance::invalidateSums() {
-    for (auto* instance = this; instance != nullptr; instance = instance->parent) {
+    for (auto* instance = this; instance != nullptr; instance = instance->getParent()) {
         instance->firstSumHolds = false;
-        instance->secondSumHolds = false;
     }
 }
 
@@ -117,27 +112,40 @@ bool MeroAgentSubProcessInstance::addChild(MeroAgentSubProcessInstance& child) {
         return false;
     }
     if (!hasChild(child)) {
-        children.push_back(&child);
-        child.parent = this;
+        child.above = this;
+        child.next = lastChild != nullptr ? std::exchange(lastChild->next, &child) : &child;
+        lastChild = &child;
         invalidateSums();
     }
     return true;
+}
+
+MeroAgentSubProcessInstance& MeroAgentSubProcessInstance::siblingBefore(
+    const MeroAgentSubProcessInstance& child) const {
+    MeroAgentSubProcessInstance* before = lastChild;
+    while (before->next != &child) {
+        before = before->next;
+    }
+    return *before;
 }
 
 bool MeroAgentSubProcessInstance::removeChild(MeroAgentSubProcessInstance& child) {
     if (!hasChild(child)) {
         return false;
     }
-    children.erase(std::ranges::find(children, &child));
-    child.parent = nullptr;
+    MeroAgentSubProcessInstance& before = siblingBefore(child);
+    before.next = child.next;
+    if (lastChild == &child) {
+        lastChild = &before != &child ? &before : nullptr;
+    }
+    child.above = nullptr;
     invalidateSums();
     return true;
 }
 
 void MeroAgentSubProcessInstance::releaseChildren() {
-    for (MeroAgentSubProcessInstance* const child : children) {
-        child->parent = nullptr;
+    while (lastChild != nullptr) {
+        removeChild(*lastChild->next);
     }
-    children.clear();
     invalidateSums();
 }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <optional>
-#include <vector>
 
 #include "component/host/sv_string.h"
 
@@ -37,9 +36,9 @@ public:
     [[nodiscard]] MeroPathView getCallPath() const { return callPath; }
     /// True if another instance collects the values.
     [[nodiscard]] bool isCollected() const { return collected; }
-    [[nodiscard]] MeroAgentSubProcessInstance& getCollector() { return collected ? *collector : *this; }
+    [[nodiscard]] MeroAgentSubProcessInstance& getCollector() { return collected ? *above : *this; }
     [[nodiscard]] const MeroAgentSubProcessInstance& getCollector() const {
-        return collected ? *collector : *this;
+        return collected ? *above : *this;
     }
 
     void addFirstValue(MeroId objectId, double value, MeroValueUse use);
@@ -48,6 +47,11 @@ public:
     [[nodiscard]] const MeroObjectValues& getValues();
     /// For writing; null if there is none.
     [[nodiscard]] MeroAgentObjectValue* getValue(MeroId objectId);
+    /// Asks for the memory of what is read when the instance ends.
+    void prefetch() const {
+        __builtin_prefetch(&key);
+        __builtin_prefetch(&values);
+    }
     [[nodiscard]] bool hasValue(MeroId objectId) const { return values.contains(objectId); }
     void clearValues();
 
@@ -65,30 +69,31 @@ public:
     /// False if it isn't attached here.
     bool removeChild(MeroAgentSubProcessInstance& child);
     [[nodiscard]] bool hasChild(const MeroAgentSubProcessInstance& child) const {
-        return child.parent == this;
+        return child.getParent() == this;
     }
     /// Instance to which this one is attached; null for none.
-    [[nodiscard]] MeroAgentSubProcessInstance* getParent() const { return parent; }
+    [[nodiscard]] MeroAgentSubProcessInstance* getParent() const { return collected ? nullptr : above; }
     /// Lets go of the instances that are attached here.
     void releaseChildren();
 
 private:
-    MeroAgentObjectValue& valueFor(MeroId objectId);
+    [[nodiscard]] MeroAgentObjectValue& valueFor(MeroId objectId);
     template <class Part, class SumOfChild>
-    double sumOver(MeroId objectId, Part part, SumOfChild sumOfChild);
+    [[nodiscard]] double sumOver(MeroId objectId, Part part, SumOfChild sumOfChild);
+    /// The attached instance before the child, or the last one before the first.
+    [[nodiscard]] MeroAgentSubProcessInstance& siblingBefore(const MeroAgentSubProcessInstance& child) const;
 
-    // What each event of a pass needs comes first, close together.
+    // What each event of a pass needs comes first, close together: up to the first values it is two lines of
+    // a cache.
     SV::String key;
-    MeroAgentSubProcessInstance* parent = nullptr;
+    MeroAgentSubProcessInstance* above = nullptr;  ///< collector if it is collected, else the parent
+    MeroAgentSubProcessInstance* next = nullptr;   ///< in the ring of what is attached to the same parent
     MeroId modelId = MeroNoId;
     bool alive = false;
     bool collected = false;
     bool firstSumHolds = false;
-    bool secondSumHolds = false;
-    MeroObjectValues values;
-    MeroAgentSubProcessInstance* collector = nullptr;  ///< only if it is collected
     MeroCallPath callPath;
-    std::vector<MeroAgentSubProcessInstance*> children;  ///< in the order of attaching
-    double firstSum = 0.0;                               ///< over all objects
-    double secondSum = 0.0;
+    MeroObjectValues values;
+    MeroAgentSubProcessInstance* lastChild = nullptr;  ///< its `next` is the child that was attached first
+    double firstSum = 0.0;                             ///< over all objects
 };

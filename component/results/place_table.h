@@ -83,8 +83,8 @@ public:
     void prefetch(const SV::String& key) const {
         if (const std::uint32_t hint = key.lookupHint(); hint < used) {
             const auto* const place = reinterpret_cast<const std::byte*>(&itemAt(hint));
-            for (std::size_t part = 0; part < HotParts; ++part) {
-                __builtin_prefetch(place + part * CacheLine);
+            for (std::size_t line = 0; line < LinesOfItem; ++line) {
+                __builtin_prefetch(place + line * CacheLine);
             }
         }
     }
@@ -95,9 +95,7 @@ private:
     static constexpr std::size_t Missing = MeroPositionIndex::Missing;
     static constexpr std::size_t BlockSize = 64;
     static constexpr std::size_t CacheLine = 64;
-    /// What the usual event needs of an item stands in its first parts.
-    static constexpr std::size_t HotParts =
-        std::clamp<std::size_t>((sizeof(Item) + CacheLine - 1) / CacheLine, 1, 3);
+    static constexpr std::size_t LinesOfItem = (sizeof(Item) + CacheLine - 1) / CacheLine;
 
     [[nodiscard]] Item& itemAt(std::size_t position) const {
         return blocks[position / BlockSize][position % BlockSize];

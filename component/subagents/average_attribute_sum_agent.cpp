@@ -259,7 +259,7 @@ void MeroAvgAttributeSumAgent::emitInstance(MeroAgentProcessInstance& process, c
                              .count = finishedProcesses,
                              .sourceAgentType = sourceType});
     };
-    for (MeroAgentSubProcessInstance* const instance : process.getInstances()) {
+    for (MeroAgentSubProcessInstance* const instance : instancesOf(process)) {
         const MeroPathView callPath = instance->getCallPath();
         for (const auto& [object, value] : instance->getValues()) {
             add(object, scopeObjects ? pathOfObject(*instance, object) : callPath, value.value, 1);

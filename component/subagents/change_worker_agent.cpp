@@ -151,7 +151,7 @@ void MeroChangeWorkerAgent::finishStep(const MeroSimEvent& event, const SV::Stri
 }
 
 void MeroChangeWorkerAgent::emitInstance(MeroAgentProcessInstance& process, const InstanceEnd& end) {
-    for (MeroAgentSubProcessInstance* const instance : process.getInstances()) {
+    for (MeroAgentSubProcessInstance* const instance : instancesOf(process)) {
         if (instance->isCollected()) {
             continue;
         }

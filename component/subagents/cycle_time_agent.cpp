@@ -255,7 +255,7 @@ std::optional<bool> MeroCycleTimeAgent::countsAtEnd(const MeroAgentProcessInstan
 }
 
 void MeroCycleTimeAgent::emitInstance(MeroAgentProcessInstance& process, const InstanceEnd& end) {
-    for (MeroAgentSubProcessInstance* const instance : process.getInstances()) {
+    for (MeroAgentSubProcessInstance* const instance : instancesOf(process)) {
         for (const auto& [object, value] : instance->getValues()) {
             if (scopeObjects && value.getSecondValue() <= 0.0) {
                 abortAgent();

@@ -185,7 +185,7 @@ int MeroFrequencyAgent::measure(const MeroSimEvent& event) {
 // Results
 
 void MeroFrequencyAgent::emitInstance(MeroAgentProcessInstance& process, const InstanceEnd& end) {
-    for (MeroAgentSubProcessInstance* const instance : process.getInstances()) {
+    for (MeroAgentSubProcessInstance* const instance : instancesOf(process)) {
         for (const auto& [object, value] : instance->getValues()) {
             const bool counts = !scopeObjects || object == modelId;
             resultSet->addValue({.objectId = object,

@@ -142,7 +142,7 @@ void MeroRefCostAgent::emitInstance(MeroAgentProcessInstance& process, const Ins
                              .count = finishedProcesses,
                              .sourceAgentType = sourceType});
     };
-    for (MeroAgentSubProcessInstance* const instance : process.getInstances()) {
+    for (MeroAgentSubProcessInstance* const instance : instancesOf(process)) {
         for (const auto& [worker, value] : instance->getValues()) {
             add(worker, pathOfWorker(*instance, worker), amountOf(*instance, worker, value.value), 1);
         }

@@ -156,7 +156,7 @@ void MeroStrainAgent::emitInstance(MeroAgentProcessInstance& process, const Inst
                              .count = finishedProcesses,
                              .history = MeroHistoryUse::Left});
     };
-    for (MeroAgentSubProcessInstance* const instance : process.getInstances()) {
+    for (MeroAgentSubProcessInstance* const instance : instancesOf(process)) {
         for (const auto& [worker, value] : instance->getValues()) {
             add(worker, pathOfObject(*instance, worker), value.value);
         }

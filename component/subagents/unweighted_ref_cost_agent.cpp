@@ -93,7 +93,7 @@ std::optional<bool> MeroUnWeightedRefCostAgent::countsAtEnd(
 }
 
 void MeroUnWeightedRefCostAgent::emitInstance(MeroAgentProcessInstance& process, const InstanceEnd& end) {
-    for (MeroAgentSubProcessInstance* const instance : process.getInstances()) {
+    for (MeroAgentSubProcessInstance* const instance : instancesOf(process)) {
         emitValues(*instance, end.abscissa);
         const bool ran = !instance->getCallPath().empty() && executedObjects.contains(instance->getModelId());
         if (!modelIsEnvironment && ran) {

@@ -171,7 +171,7 @@ void MeroWorkLoadAgent::emitInstance(MeroAgentProcessInstance& process, const In
     // The history of a path that is known already repeats the last new value, and before there is one the
     // bits of the time, which is next to nothing.
     auto lastNewValue = std::bit_cast<double>(static_cast<std::int64_t>(end.abscissa));
-    for (MeroAgentSubProcessInstance* const instance : process.getInstances()) {
+    for (MeroAgentSubProcessInstance* const instance : instancesOf(process)) {
         for (const auto& [worker, value] : instance->getValues()) {
             const MeroPathView path = pathOfWork(*instance, worker);
             if (addWorkedTime(path, worker, value.value)) {
@@ -262,7 +262,7 @@ bool MeroWorkLoadAgent::bringUpToDate(OpenPeriod& period) {
 
 void MeroWorkLoadAgent::collectWorkedTimes() {
     for (MeroAgentProcessInstance* const process : instances.inOrderOfKeys()) {
-        for (MeroAgentSubProcessInstance* const instance : process->getInstances()) {
+        for (MeroAgentSubProcessInstance* const instance : instancesOf(*process)) {
             for (const auto& [worker, value] : instance->getValues()) {
                 addWorkedTime(pathOfWork(*instance, worker), worker, value.value);
                 instance->getValue(worker)->value = 0.0;

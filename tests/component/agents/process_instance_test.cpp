@@ -118,7 +118,9 @@ TEST_F(ProcessInstance, WalksInTheOrderOfKeysAndDecimalTexts) {
         value("top", object, 1.0);
     }
     std::vector<SV::String> keys;
-    for (const auto* const instance : process.getInstances()) {
+    std::vector<MeroAgentSubProcessInstance*> inOrder;
+    process.getInstances(inOrder);
+    for (const auto* const instance : inOrder) {
         keys.push_back(instance->getKey());
     }
     EXPECT_EQ(keys, (std::vector<SV::String>{"9", "a", "10", "11", "top"}));
