@@ -154,30 +154,37 @@ void sendCode(mero::ControlComponent& control, std::int32_t code, std::int64_t t
     control.send(event);
 }
 
+/// How far a run has come, and when.
+struct Progress {
+    std::size_t events = 0;
+    std::chrono::steady_clock::time_point time = std::chrono::steady_clock::now();
+};
+
+double nanosecondsOfAnEvent(const Progress& from, const Progress& to) {
+    const std::chrono::duration<double, std::nano> taken = to.time - from.time;
+    return taken.count() / static_cast<double>(to.events - from.events);
+}
+
 /// Nanoseconds of an event, at best.
 struct EventCosts {
     double inFirstRound = std::numeric_limits<double>::max();
     double later = std::numeric_limits<double>::max();
 
+    /// The end of the run, which frees what agents keep for it, isn't part of an event.
     void measure(BenchScenario& scenario) {
-        using Clock = std::chrono::steady_clock;
-        const auto nanosecondsOfEach = [](Clock::time_point from, Clock::time_point to, std::size_t events) {
-            return std::chrono::duration<double, std::nano>(to - from).count() / static_cast<double>(events);
-        };
         AgentRun run(scenario);
-        std::size_t ofFirstRound = 0;
-        const auto start = Clock::now();
-        auto behindFirstRound = start;
+        const Progress start;
+        Progress behindFirstRound;
+        Progress last;
         run.play([&](std::size_t played) {
-            if (ofFirstRound == 0 && played >= scenario.eventsOfFirstRound) {
-                ofFirstRound = played;
-                behindFirstRound = Clock::now();
+            last = {.events = played};
+            if (played <= scenario.eventsOfFirstRound) {
+                behindFirstRound = last;
             }
             return true;
         });
-        const auto end = Clock::now();
-        inFirstRound = std::min(inFirstRound, nanosecondsOfEach(start, behindFirstRound, ofFirstRound));
-        later = std::min(later, nanosecondsOfEach(behindFirstRound, end, run.size() - ofFirstRound));
+        inFirstRound = std::min(inFirstRound, nanosecondsOfAnEvent(start, behindFirstRound));
+        later = std::min(later, nanosecondsOfAnEvent(behindFirstRound, last));
     }
 };
 
