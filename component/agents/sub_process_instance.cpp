@@ -147,5 +147,4 @@ void MeroAgentSubProcessInstance::releaseChildren() {
     while (lastChild != nullptr) {
         removeChild(*lastChild->next);
     }
-    invalidateSums();
 }

@@ -47,13 +47,13 @@ public:
     [[nodiscard]] const MeroObjectValues& getValues();
     /// For writing; null if there is none.
     [[nodiscard]] MeroAgentObjectValue* getValue(MeroId objectId);
+    [[nodiscard]] bool hasValue(MeroId objectId) const { return values.contains(objectId); }
+    void clearValues();
     /// Asks for the memory of what is read when the instance ends.
     void prefetch() const {
         __builtin_prefetch(&key);
         __builtin_prefetch(&values);
     }
-    [[nodiscard]] bool hasValue(MeroId objectId) const { return values.contains(objectId); }
-    void clearValues();
 
     /// Sum over this instance and those attached to it, for one object or with `MeroNoId` for all. Nothing
     /// for a collected instance.

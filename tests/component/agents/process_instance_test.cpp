@@ -1,6 +1,8 @@
 #include "component/agents/process_instance.h"
 
 #include <gtest/gtest.h>
+#include <string_view>
+#include <vector>
 
 #include "platform/toolkit/internal_errors.h"
 
@@ -78,6 +80,29 @@ TEST_F(ProcessInstance, SumsFollowEveryChangeBelow) {
     process.getInstance("b")->clearValues();
     EXPECT_DOUBLE_EQ(*sum("top"), 1.0);
     EXPECT_TRUE(mero::InternalErrorLog::GetGlobal().getErrors().empty());
+}
+
+TEST_F(ProcessInstance, SumsHoldWhicheverOfSeveralIsTakenOut) {
+    const std::vector<const char*> keys{"first", "middle", "last"};
+    for (const char* const gone : keys) {
+        process.begin("top", "top", ModelA, 5.0);
+        double left = 0.0;
+        for (std::size_t index = 0; index < keys.size(); ++index) {
+            add(keys[index], "top", 10 + static_cast<MeroId>(index));
+            const double amount = static_cast<double>(1U << index);
+            value(keys[index], 7, amount);
+            left += keys[index] == gone ? 0.0 : amount;
+        }
+        EXPECT_TRUE(process.removeSubProcess(gone, false));
+        EXPECT_DOUBLE_EQ(*sum("top"), left) << gone;
+        add("added", "top", 20);
+        value("added", 7, 8.0);
+        EXPECT_DOUBLE_EQ(*sum("top"), left + 8.0) << gone;
+        for (const char* const key : {"first", "middle", "last", "added"}) {
+            EXPECT_EQ(process.removeSubProcess(key, false), key != std::string_view(gone)) << key;
+        }
+        EXPECT_DOUBLE_EQ(*sum("top"), 0.0);
+    }
 }
 
 TEST_F(ProcessInstance, SecondValuesCountForAllObjectsOrForNone) {
