@@ -46,14 +46,15 @@ int MeroMeasuringAgent::processEvent(MeroSimEvent* event) {
     }
 }
 
-void MeroMeasuringAgent::expectEvent(const MeroSimEvent& event) const {
+void MeroMeasuringAgent::expectEvent(const MeroSimEvent& event) {
     const bool opensOrCloses = event.code == EventProcessStart || event.code == EventProcessEnd;
     if (!opensOrCloses && !measuresAt(event.code)) {
+        comingProcesses.expectNone(instances);
         return;
     }
     SV::String mainKey;
     event.getMainInstanceKey(&mainKey);
-    instances.prefetch(mainKey);
+    comingProcesses.expect(instances.prefetch(mainKey), event.code == EventProcessEnd, instances);
     if (opensOrCloses) {
         instances.prefetchIndex(mainKey);
     } else {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "component/agents/coming_processes.h"
 #include "component/agents/model_agent.h"
 
 /// The frame that all measuring agents share: it mirrors the live process instances, hands their values over
@@ -7,7 +8,7 @@
 class MeroMeasuringAgent : public MeroModelAgent {
 public:
     int processEvent(MeroSimEvent* event) override;
-    void expectEvent(const MeroSimEvent& event) const override;
+    void expectEvent(const MeroSimEvent& event) override;
     int prepareRun(int analysis) override;
 
 protected:
@@ -113,4 +114,5 @@ protected:
 
 private:
     MeroPath pathBuffer;
+    MeroComingProcesses comingProcesses;
 };

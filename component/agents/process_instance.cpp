@@ -33,10 +33,6 @@ void MeroAgentProcessInstance::clear() {
     key = {};
     block.reset();
     topInstance.clear();
-    instancesByPath.clear();
-    for (auto& entry : subInstances) {
-        keepIdle(std::move(entry.item));
-    }
     subInstances.clear();
 }
 
@@ -61,11 +57,7 @@ bool MeroAgentProcessInstance::addSubProcess(const SV::String& instanceKey, cons
     if (samePath != nullptr) {
         collector = &samePath->getCollector();
     }
-    auto& made = *subInstances.add(instanceKey, takeIdleInstance());
-    made.begin(instanceKey, model, path, collector);
-    if (samePath == nullptr) {
-        instancesByPath.add({made.getCallPath()}, &made);
-    }
+    MeroAgentSubProcessInstance& made = subInstances.add(instanceKey, model, path, collector);
     if (!made.isCollected()) {
         caller->getCollector().addChild(made);
     }
@@ -73,28 +65,7 @@ bool MeroAgentProcessInstance::addSubProcess(const SV::String& instanceKey, cons
 }
 
 MeroAgentSubProcessInstance* MeroAgentProcessInstance::findByPath(MeroPathView path) {
-    if (std::ranges::equal(topInstance.getCallPath(), path)) {
-        return &topInstance;
-    }
-    auto* const* const found = instancesByPath.find({path});
-    return found != nullptr ? *found : nullptr;
-}
-
-MeroAgentProcessInstance::InstancePointer MeroAgentProcessInstance::takeIdleInstance() {
-    if (idle.empty()) {
-        return std::make_unique<SubInstance>();
-    }
-    InstancePointer instance = std::move(idle.back());
-    idle.pop_back();
-    return instance;
-}
-
-void MeroAgentProcessInstance::keepIdle(InstancePointer instance) {
-    constexpr std::size_t MostIdle = 16;
-    if (idle.size() < MostIdle) {
-        instance->clear();
-        idle.push_back(std::move(instance));
-    }
+    return std::ranges::equal(topInstance.getCallPath(), path) ? &topInstance : subInstances.findByPath(path);
 }
 
 bool MeroAgentProcessInstance::removeSubProcess(const SV::String& instanceKey, bool hadValues) {
@@ -111,9 +82,10 @@ bool MeroAgentProcessInstance::removeSubProcess(const SV::String& instanceKey, b
         displayErrorMessage("aeagents", __LINE__);
     }
     std::vector<SV::String> collected;
-    for (const auto& other : subInstances) {
-        if (other.item.get() != instance && &other.item->getCollector() == instance) {
-            collected.push_back(other.key);
+    for (std::size_t position = 0; position < subInstances.size(); ++position) {
+        const MeroAgentSubProcessInstance& other = subInstances[position];
+        if (&other != instance && &other.getCollector() == instance) {
+            collected.push_back(other.getKey());
         }
     }
     std::ranges::for_each(collected, [this](const SV::String& otherKey) { eraseSubInstance(otherKey); });
@@ -122,21 +94,12 @@ bool MeroAgentProcessInstance::removeSubProcess(const SV::String& instanceKey, b
 }
 
 void MeroAgentProcessInstance::eraseSubInstance(const SV::String& instanceKey) {
-    MeroAgentSubProcessInstance& instance = **subInstances.find(instanceKey);
-    auto* const* const ofPath = instancesByPath.find({instance.getCallPath()});
-    if (ofPath != nullptr && *ofPath == &instance) {
-        instancesByPath.erase({instance.getCallPath()});
-    }
-    instance.releaseChildren();
+    subInstances.find(instanceKey)->releaseChildren();
     subInstances.erase(instanceKey);
 }
 
 MeroAgentSubProcessInstance* MeroAgentProcessInstance::getInstance(const SV::String& instanceKey) {
-    if (isTop(instanceKey)) {
-        return &topInstance;
-    }
-    auto* const found = subInstances.find(instanceKey);
-    return found != nullptr ? found->get() : nullptr;
+    return isTop(instanceKey) ? &topInstance : subInstances.find(instanceKey);
 }
 
 MeroAgentSubProcessInstance* MeroAgentProcessInstance::getCollector(const SV::String& instanceKey) {
@@ -149,10 +112,10 @@ void MeroAgentProcessInstance::getInstances(std::vector<MeroAgentSubProcessInsta
     if (isAlive()) {
         inOrder.push_back(&topInstance);
     }
-    for (const auto& entry : subInstances) {
-        entry.item->prefetch();
-        __builtin_prefetch(entry.key.GetStr());
-        inOrder.push_back(entry.item.get());
+    for (std::size_t position = 0; position < subInstances.size(); ++position) {
+        MeroAgentSubProcessInstance& instance = subInstances[position];
+        __builtin_prefetch(instance.getKey().GetStr());
+        inOrder.push_back(&instance);
     }
     std::ranges::sort(inOrder, {},
                       [](const auto* instance) -> const SV::String& { return instance->getKey(); });

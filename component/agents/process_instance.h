@@ -4,8 +4,7 @@
 #include <optional>
 #include <vector>
 
-#include "component/agents/sub_process_instance.h"
-#include "component/results/keyed_table.h"
+#include "component/agents/sub_instances.h"
 
 /// How the values of a new sub-process are collected.
 enum class MeroCollecting { ByItself, ByCollectorOfCaller };
@@ -53,7 +52,7 @@ public:
     [[nodiscard]] std::optional<MeroMainProcessBlock>& getBlock() { return block; }
     [[nodiscard]] const MeroAgentSubProcessInstance& getTopInstance() const { return topInstance; }
     [[nodiscard]] bool hasInstance(const SV::String& instanceKey) const {
-        return isTop(instanceKey) || subInstances.contains(instanceKey);
+        return isTop(instanceKey) || subInstances.find(instanceKey) != nullptr;
     }
     /// Null if there is none.
     [[nodiscard]] MeroAgentSubProcessInstance* getInstance(const SV::String& instanceKey);
@@ -69,18 +68,17 @@ public:
     [[nodiscard]] MeroAgentObjectValue* getValue(const SV::String& instanceKey, MeroId objectId);
     [[nodiscard]] std::optional<MeroId> getInstanceModelId(const SV::String& instanceKey);
 
-private:
-    /// Begins with a line of the cache, so that it takes as few of them as can be.
-    struct alignas(64) SubInstance : MeroAgentSubProcessInstance {};
-    using InstancePointer = std::unique_ptr<SubInstance>;
+    // Ask for memory besides that of the process itself, which is read for it.
 
+    void prefetchForPass() const { subInstances.prefetchNext(); }
+    void prefetchForEnd() const { subInstances.prefetchAll(); }
+
+private:
     [[nodiscard]] bool isTop(const SV::String& instanceKey) const {
         return topInstance.getKey() == instanceKey && isAlive();
     }
     /// Null if no instance has this call path.
     [[nodiscard]] MeroAgentSubProcessInstance* findByPath(MeroPathView path);
-    [[nodiscard]] InstancePointer takeIdleInstance();
-    void keepIdle(InstancePointer instance);
     void eraseSubInstance(const SV::String& instanceKey);
 
     // What each event of a pass needs comes first, close together.
@@ -89,8 +87,5 @@ private:
     MeroId modelId = MeroNoId;
     double startTime = StartNotMeasured;
     std::optional<MeroMainProcessBlock> block;
-    MeroKeyedTable<SV::String, InstancePointer> subInstances;
-    /// One instance for each call path but the top's: all instances of a path have the same collector.
-    MeroKeyedTable<MeroPathKey, MeroAgentSubProcessInstance*> instancesByPath;
-    std::vector<InstancePointer> idle;  ///< of processes that lay here before
+    MeroSubInstances subInstances;
 };

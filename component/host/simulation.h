@@ -87,7 +87,7 @@ public:
     /// A host that knows what comes may tell so some events ahead, in the order of sending, for the component
     /// to ask the memory for what the event will need. Nothing else comes of it, and the event needn't be
     /// sent after all.
-    virtual void expectEvent([[maybe_unused]] const MeroSimEvent& event) const {}
+    virtual void expectEvent([[maybe_unused]] const MeroSimEvent& event) {}
 
     /// Classes whose objects the component wants to hear of; the engine reads it.
     [[nodiscard]] const ISortedSet<MeroId>& getObservedClassSet() const { return observedClassSet; }

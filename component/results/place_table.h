@@ -28,6 +28,9 @@ concept MeroPlaced = requires(Item& item, const Item& known) {
 template <MeroPlaced Item>
 class MeroPlaceTable {
 public:
+    /// Number of a place.
+    using Place = std::uint32_t;
+
     [[nodiscard]] std::size_t size() const { return used - freePositions.size(); }
     [[nodiscard]] bool empty() const { return size() == 0; }
 
@@ -79,16 +82,21 @@ public:
         return items;
     }
 
-    /// Asks for the memory of the item, if the key tells where that is.
-    void prefetch(const SV::String& key) const {
-        if (const std::uint32_t hint = key.lookupHint(); hint < used) {
-            const auto* const place = reinterpret_cast<const std::byte*>(&itemAt(hint));
+    /// Asks for the memory of the item, if the key tells where that is. Gives its place, which may have
+    /// another item or none, or no place.
+    Place prefetch(const SV::String& key) const {
+        const Place place = key.lookupHint();
+        if (const Item* const item = at(place)) {
+            const auto* const memory = reinterpret_cast<const std::byte*>(item);
             for (std::size_t line = 0; line < LinesOfItem; ++line) {
-                __builtin_prefetch(place + line * CacheLine);
+                __builtin_prefetch(memory + line * CacheLine);
             }
         }
+        return place;
     }
-    /// The same for what adding or erasing the key will need.
+    /// What lies in a place, alive or not; null if there is no such place.
+    [[nodiscard]] const Item* at(Place place) const { return place < used ? &itemAt(place) : nullptr; }
+    /// Asks for what adding or erasing the key will need.
     void prefetchIndex(const SV::String& key) const { index.prefetch(key.hash()); }
 
 private:

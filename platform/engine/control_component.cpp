@@ -52,7 +52,7 @@ int ControlComponent::DetachPassiveComponent(MeroPassiveComponent* component) {
 }
 
 void ControlComponent::announce(const SimEvent& event) const {
-    for (const MeroPassiveComponent* const component : components) {
+    for (MeroPassiveComponent* const component : components) {
         if (component != nullptr) {
             component->expectEvent(event);
         }
