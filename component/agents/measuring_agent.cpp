@@ -47,18 +47,33 @@ int MeroMeasuringAgent::processEvent(MeroSimEvent* event) {
 }
 
 void MeroMeasuringAgent::expectEvent(const MeroSimEvent& event) {
+    const MeroComingEvent readable = comingEvents.exchange(askForProcessOf(event));
+    if (const MeroAgentProcessInstance* const process = instances.at(readable.place)) {
+        expectRest(*process, readable);
+    }
+}
+
+MeroComingEvent MeroMeasuringAgent::askForProcessOf(const MeroSimEvent& event) const {
     const bool opensOrCloses = event.code == EventProcessStart || event.code == EventProcessEnd;
     if (!opensOrCloses && !measuresAt(event.code)) {
-        comingProcesses.expectNone(instances);
-        return;
+        return {};
     }
     SV::String mainKey;
     event.getMainInstanceKey(&mainKey);
-    comingProcesses.expect(instances.prefetch(mainKey), event.code == EventProcessEnd, instances);
+    const MeroComingEvent::Place place = instances.prefetch(mainKey);
     if (opensOrCloses) {
         instances.prefetchIndex(mainKey);
+        return {.place = place, .endsProcess = event.code == EventProcessEnd};
+    }
+    return {.place = place, .keyHash = expectPass(event)};
+}
+
+void MeroMeasuringAgent::expectRest(const MeroAgentProcessInstance& process,
+                                    const MeroComingEvent& event) const {
+    if (event.endsProcess) {
+        process.prefetchForEnd();
     } else {
-        expectPass(event);
+        process.prefetchForPass(event.keyHash);
     }
 }
 

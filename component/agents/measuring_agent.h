@@ -1,6 +1,6 @@
 #pragma once
 
-#include "component/agents/coming_processes.h"
+#include "component/agents/coming_events.h"
 #include "component/agents/model_agent.h"
 
 /// The frame that all measuring agents share: it mirrors the live process instances, hands their values over
@@ -56,8 +56,11 @@ protected:
     [[nodiscard]] virtual bool measuresAt(std::int32_t code) const = 0;
     /// One of these events.
     virtual int measure(const MeroSimEvent& event) = 0;
-    /// One of these will come soon: asks for memory besides that of the process.
-    virtual void expectPass([[maybe_unused]] const MeroSimEvent& event) const {}
+    /// One of these will come soon: asks for memory besides that of the process. Gives the hash of the key
+    /// under which the process will be asked for an instance; 0 for that of the process itself.
+    virtual std::size_t expectPass([[maybe_unused]] const MeroSimEvent& event) const { return 0; }
+    /// The process of an event that was announced some events ago can be read: asks for what it points to.
+    virtual void expectRest(const MeroAgentProcessInstance& process, const MeroComingEvent& event) const;
     virtual int endProcess(const MeroSimEvent& event);
     /// Ends the main process if the called one runs the agent's model.
     virtual int endSubProcess(const MeroSimEvent& event);
@@ -103,16 +106,19 @@ protected:
         return byCaller ? MeroCollecting::ByCollectorOfCaller : MeroCollecting::ByItself;
     }
     [[nodiscard]] double abscissaAt(double time) const;
-    /// Asks for what a table of passes will look at.
+    /// Asks for what a table of passes will look at. Gives the hash of the key.
     template <class Item>
-    static void expectKeyOfPass(const MeroSimEvent& event, const MeroPlaceTable<Item>& passes) {
+    static std::size_t expectKeyOfPass(const MeroSimEvent& event, const MeroPlaceTable<Item>& passes) {
         SV::String passKey;
         event.getExecutionKey(&passKey);
         passes.prefetch(passKey);
         passes.prefetchIndex(passKey);
+        return passKey.hash();
     }
 
 private:
+    [[nodiscard]] MeroComingEvent askForProcessOf(const MeroSimEvent& event) const;
+
     MeroPath pathBuffer;
-    MeroComingProcesses comingProcesses;
+    MeroComingEvents comingEvents;
 };

@@ -32,6 +32,7 @@ void MeroAgentProcessInstance::begin(const SV::String& mainKey, const SV::String
 void MeroAgentProcessInstance::clear() {
     key = {};
     block.reset();
+    placeOfKept.reset();
     topInstance.clear();
     subInstances.clear();
 }

@@ -50,6 +50,9 @@ public:
     [[nodiscard]] bool isAlive() const { return topInstance.isAlive(); }
     /// Nothing while there is none; only agents that measure it keep it.
     [[nodiscard]] std::optional<MeroMainProcessBlock>& getBlock() { return block; }
+    /// Where the agent keeps what outlives the process; nothing until it has looked for it.
+    [[nodiscard]] std::optional<std::uint32_t>& getPlaceOfKept() { return placeOfKept; }
+    [[nodiscard]] std::optional<std::uint32_t> getPlaceOfKept() const { return placeOfKept; }
     [[nodiscard]] const MeroAgentSubProcessInstance& getTopInstance() const { return topInstance; }
     [[nodiscard]] bool hasInstance(const SV::String& instanceKey) const {
         return isTop(instanceKey) || subInstances.find(instanceKey) != nullptr;
@@ -70,7 +73,8 @@ public:
 
     // Ask for memory besides that of the process itself, which is read for it.
 
-    void prefetchForPass() const { subInstances.prefetchNext(); }
+    /// `keyHash`: of the instance's key, as far as it is known.
+    void prefetchForPass(std::size_t keyHash) const { subInstances.prefetch(keyHash); }
     void prefetchForEnd() const { subInstances.prefetchAll(); }
 
 private:
@@ -86,6 +90,7 @@ private:
     MeroAgentSubProcessInstance topInstance;
     MeroId modelId = MeroNoId;
     double startTime = StartNotMeasured;
+    std::optional<std::uint32_t> placeOfKept;
     std::optional<MeroMainProcessBlock> block;
     MeroSubInstances subInstances;
 };

@@ -142,7 +142,18 @@ void MeroSubInstances::moveInIndices(std::size_t from, std::size_t to) {
 
 // Prefetching
 
-void MeroSubInstances::prefetchNext() const {
+void MeroSubInstances::prefetch(std::size_t keyHash) const {
+    if (indexed) {
+        indices->byKey.prefetch(keyHash);
+        return;
+    }
+    const std::uint32_t tag = tagOf(keyHash);
+    for (std::size_t position = 0; position < alive; ++position) {
+        if (entries[position].keyTag == tag) {
+            entries[position].instance->prefetch();
+            return;
+        }
+    }
     if (alive < entries.size()) {
         entries[alive].instance->prefetch();
     }

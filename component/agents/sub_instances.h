@@ -28,8 +28,9 @@ public:
     void erase(const SV::String& key);
     void clear();
 
-    /// Asks for the memory that the next addition needs.
-    void prefetchNext() const;
+    /// Asks for the memory of the instance whose key has this hash; if there is none, for what the next
+    /// addition needs.
+    void prefetch(std::size_t keyHash) const;
     /// Asks for the memory of all, up to a handful.
     void prefetchAll() const;
 

@@ -20,12 +20,16 @@ concept MeroPlaced = requires(Item& item, const Item& known) {
     item.clear();
 };
 
+/// Whether the keys of a table remember the place where they were found last. A key can do so for one table:
+/// of two that have the same keys at the same time, the one that is asked less often does without.
+enum class MeroPlaceMemory { InKeys, None };
+
 /// Items that live for a time, by key. Each lies in a place that another one takes when it has ended, since a
 /// run has many more than are alive at a time. Pointers hold until the item is erased.
 ///
 /// A key remembers the place where it was found last, so that nothing but the key and the item is looked at:
 /// of many, neither the index nor anything else is in the processor's cache.
-template <MeroPlaced Item>
+template <MeroPlaced Item, MeroPlaceMemory Memory = MeroPlaceMemory::InKeys>
 class MeroPlaceTable {
 public:
     /// Number of a place.
@@ -40,6 +44,11 @@ public:
         return position != Missing ? &itemAt(position) : nullptr;
     }
 
+    /// Place of a key that is alive.
+    [[nodiscard]] Place placeOf(const SV::String& key) const { return static_cast<Place>(positionOf(key)); }
+    /// What lies in a place, alive or not; null if there is no such place.
+    [[nodiscard]] Item* at(Place place) const { return place < used ? &itemAt(place) : nullptr; }
+
     /// Begins an item with the key and `rest`. Null if the key is there already.
     template <class... Rest>
     Item* add(const SV::String& key, const Rest&... rest) {
@@ -50,7 +59,7 @@ public:
         Item& item = itemAt(position);
         item.begin(key, rest...);
         index.add(key.hash(), position);
-        key.setLookupHint(static_cast<std::uint32_t>(position));
+        remember(key, position);
         return &item;
     }
 
@@ -84,7 +93,7 @@ public:
 
     /// Asks for the memory of the item, if the key tells where that is. Gives its place, which may have
     /// another item or none, or no place.
-    Place prefetch(const SV::String& key) const {
+    Place prefetch(const SV::String& key) const requires(Memory == MeroPlaceMemory::InKeys) {
         const Place place = key.lookupHint();
         if (const Item* const item = at(place)) {
             const auto* const memory = reinterpret_cast<const std::byte*>(item);
@@ -94,8 +103,6 @@ public:
         }
         return place;
     }
-    /// What lies in a place, alive or not; null if there is no such place.
-    [[nodiscard]] const Item* at(Place place) const { return place < used ? &itemAt(place) : nullptr; }
     /// Asks for what adding or erasing the key will need.
     void prefetchIndex(const SV::String& key) const { index.prefetch(key.hash()); }
 
@@ -113,15 +120,22 @@ private:
         return item.getKey() == key && item.isAlive();
     }
     [[nodiscard]] std::size_t positionOf(const SV::String& key) const {
-        const std::uint32_t hint = key.lookupHint();
-        if (hint < used && isAt(hint, key)) {
-            return hint;
+        if constexpr (Memory == MeroPlaceMemory::InKeys) {
+            const std::uint32_t hint = key.lookupHint();
+            if (hint < used && isAt(hint, key)) {
+                return hint;
+            }
         }
         const std::size_t position = positionByHash(key);
         if (position != Missing) {
-            key.setLookupHint(static_cast<std::uint32_t>(position));
+            remember(key, position);
         }
         return position;
+    }
+    static void remember(const SV::String& key, std::size_t position) {
+        if constexpr (Memory == MeroPlaceMemory::InKeys) {
+            key.setLookupHint(static_cast<Place>(position));
+        }
     }
     [[nodiscard]] std::size_t positionByHash(const SV::String& key) const {
         return index.find(key.hash(), [&](std::size_t position) { return isAt(position, key); });

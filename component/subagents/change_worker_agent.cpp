@@ -12,12 +12,21 @@ constexpr double OneChange = 1.0;
 
 }  // namespace
 
+void MeroChangeWorkerAgent::MeroPreviousExecutives::clear() {
+    key = {};
+    alive = false;
+    workers.clear();
+    lastTime = -1.0;
+}
+
 void MeroChangeWorkerAgent::MeroPreviousExecutives::noteWorker(MeroId worker, double time) {
     if (time != lastTime) {
         workers.clear();
         lastTime = time;
     }
-    workers.insert(worker);
+    if (!contains(worker)) {
+        workers.push_back(worker);
+    }
 }
 
 MeroChangeWorkerAgent::MeroChangeWorkerAgent() {
@@ -112,15 +121,16 @@ int MeroChangeWorkerAgent::measure(const MeroSimEvent& event) {
     if (!isEventRelevant({.instance = true, .calendar = true}, mainKey, instanceKey, MeroNoId, time)) {
         return EventHandled;
     }
+    MeroAgentProcessInstance& process = *findInstance(mainKey);
     if (event.code == assigningCode()) {
-        assign(event, mainKey, instanceKey);
+        assign(event, process, instanceKey);
     } else {
-        finishStep(event, mainKey, time);
+        finishStep(event, process, time);
     }
     return EventHandled;
 }
 
-void MeroChangeWorkerAgent::assign(const MeroSimEvent& event, const SV::String& mainKey,
+void MeroChangeWorkerAgent::assign(const MeroSimEvent& event, MeroAgentProcessInstance& process,
                                    const SV::String& instanceKey) {
     MeroId model = MeroNoId;
     MeroId worker = MeroNoId;
@@ -131,23 +141,39 @@ void MeroChangeWorkerAgent::assign(const MeroSimEvent& event, const SV::String& 
         event.getResourceId(&worker);
     }
     const MeroId target = classifyObject(modelId, model) == MeroPlacement::UnderObject ? modelId : model;
-    const auto* const previous = previousExecutives.find(mainKey);
-    const double changed = previous != nullptr && previous->getValue().isChange(worker) ? OneChange : 0.0;
-    findInstance(mainKey)->addFirstValue(instanceKey, target, changed, MeroValueUse::Accumulate);
+    const double changed = previousOf(process).isChange(worker) ? OneChange : 0.0;
+    process.addFirstValue(instanceKey, target, changed, MeroValueUse::Accumulate);
 }
 
-void MeroChangeWorkerAgent::finishStep(const MeroSimEvent& event, const SV::String& mainKey, double time) {
+void MeroChangeWorkerAgent::finishStep(const MeroSimEvent& event, MeroAgentProcessInstance& process,
+                                       double time) {
     MeroId worker = MeroNoId;
     if (observesExecutives) {
         event.getExecutiveId(&worker);
     } else {
         event.getResourceId(&worker);
     }
-    auto* previous = previousExecutives.find(mainKey);
-    if (previous == nullptr) {
-        previous = previousExecutives.add(mainKey, MeroPreviousExecutives{});
+    previousOf(process).noteWorker(worker, time);
+}
+
+MeroChangeWorkerAgent::MeroPreviousExecutives& MeroChangeWorkerAgent::previousOf(
+    MeroAgentProcessInstance& process) {
+    std::optional<std::uint32_t>& place = process.getPlaceOfKept();
+    if (!place) {
+        previousExecutives.add(process.getKey());
+        place = previousExecutives.placeOf(process.getKey());
     }
-    previous->getValue().noteWorker(worker, time);
+    return *previousExecutives.at(*place);
+}
+
+void MeroChangeWorkerAgent::expectRest(const MeroAgentProcessInstance& process,
+                                       const MeroComingEvent& event) const {
+    MeroMeasuringAgent::expectRest(process, event);
+    if (const std::optional<std::uint32_t> place = process.getPlaceOfKept()) {
+        __builtin_prefetch(previousExecutives.at(*place));
+    } else {
+        previousExecutives.prefetchIndex(process.getKey());
+    }
 }
 
 void MeroChangeWorkerAgent::emitInstance(MeroAgentProcessInstance& process, const InstanceEnd& end) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <algorithm>
+
 #include "component/agents/measuring_agent.h"
 #include "component/subagents/named_option.h"
 
@@ -20,18 +22,31 @@ public:
     bool getObjectClass(MeroId& id) const;
 
 private:
-    /// Who finished the step before: all that did so at the same moment.
+    /// Who finished the step before in a main process: all that did so at the same moment. It is kept beyond
+    /// the end of the process, until the run ends.
     class MeroPreviousExecutives {
     public:
+        void begin(const SV::String& mainKey) {
+            key = mainKey;
+            alive = true;
+        }
+        void clear();
+        [[nodiscard]] const SV::String& getKey() const { return key; }
+        [[nodiscard]] bool isAlive() const { return alive; }
+
         void noteWorker(MeroId worker, double time);
         /// Whether going on to `worker` is a change; the first step of an instance is none.
-        [[nodiscard]] bool isChange(MeroId worker) const {
-            return !workers.empty() && !workers.contains(worker);
-        }
+        [[nodiscard]] bool isChange(MeroId worker) const { return !workers.empty() && !contains(worker); }
 
     private:
-        ISortedSet<MeroId> workers;
+        [[nodiscard]] bool contains(MeroId worker) const {
+            return std::ranges::find(workers, worker) != workers.end();
+        }
+
+        SV::String key;
         double lastTime = -1.0;
+        MeroSmallVector<MeroId, 2> workers;
+        bool alive = false;
     };
 
     void registerObservedClasses() override;
@@ -56,10 +71,14 @@ private:
     void emitInstance(MeroAgentProcessInstance& process, const InstanceEnd& end) override;
     void clearRunData() override { previousExecutives.clear(); }
 
-    void assign(const MeroSimEvent& event, const SV::String& mainKey, const SV::String& instanceKey);
-    void finishStep(const MeroSimEvent& event, const SV::String& mainKey, double time);
+    void expectRest(const MeroAgentProcessInstance& process, const MeroComingEvent& event) const override;
+
+    void assign(const MeroSimEvent& event, MeroAgentProcessInstance& process, const SV::String& instanceKey);
+    void finishStep(const MeroSimEvent& event, MeroAgentProcessInstance& process, double time);
+    [[nodiscard]] MeroPreviousExecutives& previousOf(MeroAgentProcessInstance& process);
 
     MeroNamedOption classOption{"class"};
     bool observesExecutives = true;
-    MeroPlaceTable<MeroPlacedValue<MeroPreviousExecutives>> previousExecutives;  ///< by main instance key
+    /// By main instance key, which remembers the place of the process.
+    MeroPlaceTable<MeroPreviousExecutives, MeroPlaceMemory::None> previousExecutives;
 };

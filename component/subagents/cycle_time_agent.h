@@ -34,7 +34,9 @@ private:
         return code == EventObjectReached || code == EventWorkEnd;
     }
     int measure(const MeroSimEvent& event) override;
-    void expectPass(const MeroSimEvent& event) const override { expectKeyOfPass(event, openPasses); }
+    std::size_t expectPass(const MeroSimEvent& event) const override {
+        return expectKeyOfPass(event, openPasses);
+    }
     int endProcess(const MeroSimEvent& event) override;
     int endSubProcess(const MeroSimEvent& event) override;
     void dropInstance(const SV::String& key) override;

@@ -24,7 +24,7 @@ public:
 
 private:
     /// Work that is under way, by the key of its pass.
-    class OpenPeriod : public MeroAgentObjectValueString {
+    class alignas(64) OpenPeriod : public MeroAgentObjectValueString {
     public:
         void begin(const SV::String& passKey, const Pass& pass);
         void clear() { *this = {}; }
@@ -66,7 +66,9 @@ private:
         return opensPeriod(code) || code == EventWorkSuspended || code == EventWorkEnd;
     }
     int measure(const MeroSimEvent& event) override;
-    void expectPass(const MeroSimEvent& event) const override { expectKeyOfPass(event, openPeriods); }
+    std::size_t expectPass(const MeroSimEvent& event) const override {
+        return expectKeyOfPass(event, openPeriods);
+    }
     int endProcess(const MeroSimEvent& event) override;
     void emitInstance(MeroAgentProcessInstance& process, const InstanceEnd& end) override;
     void finishMeasure() override { flushWorkLoad(); }
