@@ -151,3 +151,17 @@ std::optional<MeroId> MeroAgentProcessInstance::getInstanceModelId(const SV::Str
     MeroAgentSubProcessInstance* const collector = getCollector(instanceKey);
     return collector != nullptr ? std::optional(collector->getModelId()) : std::nullopt;
 }
+
+void MeroAgentProcessInstance::prefetchForPass(std::size_t keyHash) const {
+    if (subInstances.hasMemory()) {
+        subInstances.prefetch(keyHash);
+        return;
+    }
+    topInstance.prefetchValues();
+    __builtin_prefetch(&block);
+}
+
+void MeroAgentProcessInstance::prefetchForEnd() const {
+    topInstance.prefetchValues();
+    subInstances.prefetchAll();
+}

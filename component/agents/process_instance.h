@@ -71,11 +71,14 @@ public:
     [[nodiscard]] MeroAgentObjectValue* getValue(const SV::String& instanceKey, MeroId objectId);
     [[nodiscard]] std::optional<MeroId> getInstanceModelId(const SV::String& instanceKey);
 
-    // Ask for memory besides that of the process itself, which is read for it.
+    /// What has to be there before the rest can be asked for.
+    static constexpr std::size_t LinesOfHead = 3;
+
+    // Ask for the rest; the head is read for it.
 
     /// `keyHash`: of the instance's key, as far as it is known.
-    void prefetchForPass(std::size_t keyHash) const { subInstances.prefetch(keyHash); }
-    void prefetchForEnd() const { subInstances.prefetchAll(); }
+    void prefetchForPass(std::size_t keyHash) const;
+    void prefetchForEnd() const;
 
 private:
     [[nodiscard]] bool isTop(const SV::String& instanceKey) const {
@@ -85,12 +88,13 @@ private:
     [[nodiscard]] MeroAgentSubProcessInstance* findByPath(MeroPathView path);
     void eraseSubInstance(const SV::String& instanceKey);
 
-    // What each event of a pass needs comes first, close together.
+    // Three lines of the cache are what each event of a pass needs, with the head of the top instance; its
+    // values are behind them.
     SV::String key;
-    MeroAgentSubProcessInstance topInstance;
     MeroId modelId = MeroNoId;
     double startTime = StartNotMeasured;
-    std::optional<std::uint32_t> placeOfKept;
-    std::optional<MeroMainProcessBlock> block;
     MeroSubInstances subInstances;
+    std::optional<std::uint32_t> placeOfKept;
+    MeroAgentSubProcessInstance topInstance;
+    std::optional<MeroMainProcessBlock> block;
 };

@@ -28,6 +28,8 @@ public:
     void erase(const SV::String& key);
     void clear();
 
+    /// Whether there is or was one.
+    [[nodiscard]] bool hasMemory() const { return !entries.empty(); }
     /// Asks for the memory of the instance whose key has this hash; if there is none, for what the next
     /// addition needs.
     void prefetch(std::size_t keyHash) const;

@@ -49,11 +49,12 @@ public:
     [[nodiscard]] MeroAgentObjectValue* getValue(MeroId objectId);
     [[nodiscard]] bool hasValue(MeroId objectId) const { return values.contains(objectId); }
     void clearValues();
-    /// Asks for the memory of what is read when the instance ends.
+    /// Asks for the memory of all that an instance with few values needs.
     void prefetch() const {
         __builtin_prefetch(&key);
-        __builtin_prefetch(&values);
+        values.prefetch();
     }
+    void prefetchValues() const { values.prefetch(); }
 
     /// Sum over this instance and those attached to it, for one object or with `MeroNoId` for all. Nothing
     /// for a collected instance.
@@ -86,14 +87,14 @@ private:
     // What each event of a pass needs comes first, close together: up to the first values it is two lines of
     // a cache.
     SV::String key;
-    MeroAgentSubProcessInstance* above = nullptr;  ///< collector if it is collected, else the parent
-    MeroAgentSubProcessInstance* next = nullptr;   ///< in the ring of what is attached to the same parent
+    MeroAgentSubProcessInstance* above = nullptr;      ///< collector if it is collected, else the parent
+    MeroAgentSubProcessInstance* next = nullptr;       ///< in the ring of what is attached to the same parent
+    MeroAgentSubProcessInstance* lastChild = nullptr;  ///< its `next` is the child that was attached first
     MeroId modelId = MeroNoId;
     bool alive = false;
     bool collected = false;
     bool firstSumHolds = false;
     MeroCallPath callPath;
     MeroObjectValues values;
-    MeroAgentSubProcessInstance* lastChild = nullptr;  ///< its `next` is the child that was attached first
-    double firstSum = 0.0;                             ///< over all objects
+    double firstSum = 0.0;  ///< over all objects
 };

@@ -91,13 +91,13 @@ public:
         return items;
     }
 
-    /// Asks for the memory of the item, if the key tells where that is. Gives its place, which may have
-    /// another item or none, or no place.
+    /// Asks for the memory of the item, or its head, if the key tells where that is. Gives its place, which
+    /// may have another item or none, or no place.
     Place prefetch(const SV::String& key) const requires(Memory == MeroPlaceMemory::InKeys) {
         const Place place = key.lookupHint();
         if (const Item* const item = at(place)) {
             const auto* const memory = reinterpret_cast<const std::byte*>(item);
-            for (std::size_t line = 0; line < LinesOfItem; ++line) {
+            for (std::size_t line = 0; line < LinesToAskFor; ++line) {
                 __builtin_prefetch(memory + line * CacheLine);
             }
         }
@@ -110,7 +110,13 @@ private:
     static constexpr std::size_t Missing = MeroPositionIndex::Missing;
     static constexpr std::size_t BlockSize = 64;
     static constexpr std::size_t CacheLine = 64;
-    static constexpr std::size_t LinesOfItem = (sizeof(Item) + CacheLine - 1) / CacheLine;
+    static constexpr std::size_t LinesToAskFor = [] {
+        if constexpr (requires { Item::LinesOfHead; }) {
+            return Item::LinesOfHead;
+        } else {
+            return (sizeof(Item) + CacheLine - 1) / CacheLine;
+        }
+    }();
 
     [[nodiscard]] Item& itemAt(std::size_t position) const {
         return blocks[position / BlockSize][position % BlockSize];
