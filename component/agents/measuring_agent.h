@@ -2,6 +2,7 @@
 
 #include "component/agents/coming_events.h"
 #include "component/agents/model_agent.h"
+#include "component/results/reading_batch.h"
 
 /// The frame that all measuring agents share: it mirrors the live process instances, hands their values over
 /// when they end, and prepares itself for a run. A concrete agent adds what it measures.
@@ -105,6 +106,9 @@ protected:
             placement == collected || (placement == MeroPlacement::UnderCaller && call.model != ownModel);
         return byCaller ? MeroCollecting::ByCollectorOfCaller : MeroCollecting::ByItself;
     }
+    /// For `emitInstance`, which leaves it empty.
+    MeroReadingBatch readings;
+
     [[nodiscard]] double abscissaAt(double time) const;
     /// Asks for what a table of passes will look at. Gives the hash of the key.
     template <class Item>

@@ -1,5 +1,7 @@
 #include "component/results/agent_result_set.h"
 
+#include <algorithm>
+
 #include "component/host/basic_services.h"
 
 #include "component/management/general_services.h"
@@ -58,6 +60,37 @@ bool MeroAgentResultSet::addValue(const MeroReading& reading) {
     beginHistory(reading);
     objectIds.insert(reading.objectId);
     return true;
+}
+
+void MeroAgentResultSet::addValues(std::span<const MeroReading> readings) {
+    constexpr std::size_t ManyResults = 2048;
+    if (results.size() > ManyResults) {
+        prefetch(readings);
+    }
+    for (const MeroReading& reading : readings) {
+        addValue(reading);
+    }
+}
+
+void MeroAgentResultSet::prefetch(std::span<const MeroReading> readings) {
+    std::ranges::for_each(readings, [this](const auto& reading) { results.prefetchIndex(reading.itemKey); });
+    std::ranges::for_each(readings, [this](const auto& reading) { results.prefetchEntry(reading.itemKey); });
+    coming.clear();
+    for (const MeroReading& reading : readings) {
+        const auto* const known = results.find(reading.itemKey);
+        coming.push_back(known != nullptr ? known->get() : nullptr);
+        if (known != nullptr) {
+            (*known)->prefetch();
+        }
+    }
+    for (const auto step : {&MeroDoubleResult::prefetchIndex, &MeroDoubleResult::prefetchPlace,
+                            &MeroDoubleResult::prefetchItem}) {
+        for (std::size_t number = 0; number < readings.size(); ++number) {
+            if (coming[number] != nullptr) {
+                (coming[number]->*step)(readings[number].path);
+            }
+        }
+    }
 }
 
 bool MeroAgentResultSet::updateValue(const MeroReading& reading) {

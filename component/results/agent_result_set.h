@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <span>
 #include <unordered_set>
 #include <vector>
 
@@ -54,6 +55,8 @@ public:
 
     /// Combines a value into the item of its path. False if a history that has to be there isn't.
     bool addValue(const MeroReading& reading);
+    /// The same for one after the other. Of many results the memory is asked for at once.
+    void addValues(std::span<const MeroReading> readings);
     /// As `addValue` for an item key that is there; false and no change for another.
     bool updateValue(const MeroReading& reading);
     /// A reading for the history alone. False without a history.
@@ -95,6 +98,7 @@ private:
 
     [[nodiscard]] bool keepsHistory() const { return historyMem || historyDisk; }
     [[nodiscard]] bool showsValues(bool ignoreShowFlag) const;
+    void prefetch(std::span<const MeroReading> readings);
     bool addToResult(MeroDoubleResult& result, const MeroReading& reading);
     void changeDivisor(MeroDoubleResult& result, MeroDoubleResultItem& item, int count);
     bool addToRunningHistory(const MeroDoubleResult& result, const MeroReading& reading);
@@ -117,4 +121,5 @@ private:
     std::unique_ptr<MeroSequenceResult> history;
     Results results;
     std::unordered_set<MeroId> objectIds;
+    std::vector<const MeroDoubleResult*> coming;  ///< of the readings that are being added
 };

@@ -98,3 +98,32 @@ bool MeroDoubleResult::setDivisorItem(int change, MeroPathView path) {
     MeroDoubleResultItem* const item = hasDivisor(mode) ? findItem(path) : nullptr;
     return item != nullptr && item->changeDivisor(change);
 }
+
+// Prefetching
+
+void MeroDoubleResult::prefetch() const {
+    __builtin_prefetch(&items);
+    __builtin_prefetch(&sharedDivisor);
+}
+
+void MeroDoubleResult::prefetchIndex(MeroPathView path) const {
+    if (index.empty()) {
+        __builtin_prefetch(items.data());
+    } else {
+        index.prefetch(hashOfPath(path));
+    }
+}
+
+void MeroDoubleResult::prefetchPlace(MeroPathView path) const {
+    const std::size_t position = index.findFirst(hashOfPath(path));
+    if (position != MeroPositionIndex::Missing) {
+        __builtin_prefetch(&items[position]);
+    }
+}
+
+void MeroDoubleResult::prefetchItem(MeroPathView path) const {
+    const std::size_t position = index.empty() ? 0 : index.findFirst(hashOfPath(path));
+    if (position < items.size()) {
+        items[position]->prefetch();
+    }
+}

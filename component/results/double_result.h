@@ -47,6 +47,13 @@ public:
     [[nodiscard]] bool hasItem(MeroPathView path) const { return findItem(path) != nullptr; }
     /// Null if there is none.
     [[nodiscard]] MeroDoubleResultItem* findItem(MeroPathView path) const;
+    // Ask for the memory that the item of a path needs, in this order, each when the one before has come.
+
+    void prefetch() const;
+    void prefetchIndex(MeroPathView path) const;
+    void prefetchPlace(MeroPathView path) const;
+    void prefetchItem(MeroPathView path) const;
+
     [[nodiscard]] int getSourceAgentType() const { return sourceAgentType; }
 
 private:

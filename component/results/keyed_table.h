@@ -45,6 +45,16 @@ public:
     }
     [[nodiscard]] bool contains(const Key& key) const { return positionOf(key) != Missing; }
 
+    // Ask for memory, in this order: where the key is looked up, the entry. Nothing where there are few.
+
+    void prefetchIndex(const Key& key) const { index.prefetch(hashOf(key)); }
+    void prefetchEntry(const Key& key) const {
+        const std::size_t position = index.findFirst(hashOf(key));
+        if (position != Missing) {
+            __builtin_prefetch(&entries[position]);
+        }
+    }
+
     /// The key must not be there.
     Item& add(const Key& key, Item item) {
         if (entries.empty()) {

@@ -27,6 +27,11 @@ public:
         return Missing;
     }
 
+    /// A position of the hash; what lies there isn't looked at.
+    [[nodiscard]] std::size_t findFirst(std::size_t hash) const {
+        return find(hash, [](std::size_t) { return true; });
+    }
+
     void add(std::size_t hash, std::size_t position) {
         if ((std::size_t{used} + 1) * 2 > cells.size()) {
             grow();

@@ -93,6 +93,11 @@ public:
     /// False, and an internal error, for a negative count; false in modes without a divisor.
     bool setDivisor(std::int32_t count);
     [[nodiscard]] std::int32_t getDivisor() const;
+    /// Asks for the memory of path and value.
+    void prefetch() const {
+        __builtin_prefetch(this);
+        __builtin_prefetch(&value);
+    }
     /// A divisor as `addValue` of the result set takes it: kept, raised, or the new count if that is above 0.
     bool changeDivisor(int change);
 

@@ -251,13 +251,13 @@ bool MeroAvgAttributeSumAgent::addValue(MeroAgentProcessInstance& process, const
 
 void MeroAvgAttributeSumAgent::emitInstance(MeroAgentProcessInstance& process, const InstanceEnd& end) {
     const auto add = [&](MeroId id, MeroPathView path, double value, int sourceType) {
-        resultSet->addValue({.objectId = id,
-                             .path = path,
-                             .itemKey = id,
-                             .value = value,
-                             .time = end.abscissa,
-                             .count = finishedProcesses,
-                             .sourceAgentType = sourceType});
+        readings.add({.objectId = id,
+                      .path = path,
+                      .itemKey = id,
+                      .value = value,
+                      .time = end.abscissa,
+                      .count = finishedProcesses,
+                      .sourceAgentType = sourceType});
     };
     for (MeroAgentSubProcessInstance* const instance : instancesOf(process)) {
         const MeroPathView callPath = instance->getCallPath();
@@ -269,6 +269,7 @@ void MeroAvgAttributeSumAgent::emitInstance(MeroAgentProcessInstance& process, c
             add(id, callPath, instance->sumFirstValues(MeroNoId).value_or(0.0), 0);
         }
     }
+    readings.addTo(*resultSet);
 }
 
 // Results

@@ -258,17 +258,19 @@ void MeroCycleTimeAgent::emitInstance(MeroAgentProcessInstance& process, const I
     for (MeroAgentSubProcessInstance* const instance : instancesOf(process)) {
         for (const auto& [object, value] : instance->getValues()) {
             if (scopeObjects && value.getSecondValue() <= 0.0) {
+                readings.clear();
                 abortAgent();
                 return;
             }
             const MeroPathView callPath = instance->getCallPath();
-            resultSet->addValue({.objectId = object,
-                                 .path = scopeObjects ? pathOfObject(*instance, object) : callPath,
-                                 .itemKey = object,
-                                 .value = scopeObjects ? value.value / value.getSecondValue() : value.value,
-                                 .time = end.abscissa,
-                                 .count = DivisorRaised,
-                                 .sourceAgentType = !scopeObjects || object == modelId ? 1 : 0});
+            readings.add({.objectId = object,
+                          .path = scopeObjects ? pathOfObject(*instance, object) : callPath,
+                          .itemKey = object,
+                          .value = scopeObjects ? value.value / value.getSecondValue() : value.value,
+                          .time = end.abscissa,
+                          .count = DivisorRaised,
+                          .sourceAgentType = !scopeObjects || object == modelId ? 1 : 0});
         }
     }
+    readings.addTo(*resultSet);
 }

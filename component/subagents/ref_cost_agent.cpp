@@ -134,13 +134,13 @@ void MeroRefCostAgent::addPass(MeroAgentProcessInstance& process, const Pass& pa
 
 void MeroRefCostAgent::emitInstance(MeroAgentProcessInstance& process, const InstanceEnd& end) {
     const auto add = [&](MeroId id, MeroPathView path, double amount, int sourceType) {
-        resultSet->addValue({.objectId = id,
-                             .path = path,
-                             .itemKey = id,
-                             .value = amount,
-                             .time = end.abscissa,
-                             .count = finishedProcesses,
-                             .sourceAgentType = sourceType});
+        readings.add({.objectId = id,
+                      .path = path,
+                      .itemKey = id,
+                      .value = amount,
+                      .time = end.abscissa,
+                      .count = finishedProcesses,
+                      .sourceAgentType = sourceType});
     };
     for (MeroAgentSubProcessInstance* const instance : instancesOf(process)) {
         for (const auto& [worker, value] : instance->getValues()) {
@@ -151,6 +151,7 @@ void MeroRefCostAgent::emitInstance(MeroAgentProcessInstance& process, const Ins
                 instance->sumFirstValues(MeroNoId).value_or(0.0), 0);
         }
     }
+    readings.addTo(*resultSet);
 }
 
 // Results

@@ -148,13 +148,13 @@ void MeroStrainAgent::addPass(MeroAgentProcessInstance& process, const Pass& pas
 void MeroStrainAgent::emitInstance(MeroAgentProcessInstance& process, const InstanceEnd& end) {
     scaledResultValid = false;
     const auto add = [&](MeroId id, MeroPathView path, double value) {
-        rawResult->addValue({.objectId = id,
-                             .path = path,
-                             .itemKey = id,
-                             .value = value,
-                             .time = end.abscissa,
-                             .count = finishedProcesses,
-                             .history = MeroHistoryUse::Left});
+        readings.add({.objectId = id,
+                      .path = path,
+                      .itemKey = id,
+                      .value = value,
+                      .time = end.abscissa,
+                      .count = finishedProcesses,
+                      .history = MeroHistoryUse::Left});
     };
     for (MeroAgentSubProcessInstance* const instance : instancesOf(process)) {
         for (const auto& [worker, value] : instance->getValues()) {
@@ -165,6 +165,7 @@ void MeroStrainAgent::emitInstance(MeroAgentProcessInstance& process, const Inst
                 instance->sumFirstValues(MeroNoId).value_or(0.0));
         }
     }
+    readings.addTo(*rawResult);
 }
 
 // Results

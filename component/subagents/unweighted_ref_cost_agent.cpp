@@ -101,30 +101,34 @@ void MeroUnWeightedRefCostAgent::emitInstance(MeroAgentProcessInstance& process,
         }
         instance->clearValues();
     }
+    readings.addTo(*resultSet);
 }
 
 void MeroUnWeightedRefCostAgent::emitValues(MeroAgentSubProcessInstance& instance, double abscissa) {
     for (const auto& [worker, value] : instance.getValues()) {
-        resultSet->addValue({.objectId = worker,
-                             .path = pathOfWorker(instance, worker),
-                             .itemKey = worker,
-                             .value = amountOf(instance, worker, value.value),
-                             .time = abscissa,
-                             .count = DivisorRaised});
+        readings.add({.objectId = worker,
+                      .path = pathOfWorker(instance, worker),
+                      .itemKey = worker,
+                      .value = amountOf(instance, worker, value.value),
+                      .time = abscissa,
+                      .count = DivisorRaised});
     }
 }
 
 void MeroUnWeightedRefCostAgent::emitSum(MeroAgentSubProcessInstance& instance, double abscissa) {
     const MeroId id = instance.getModelId();
     const double sum = instance.sumFirstValues(MeroNoId).value_or(0.0);
-    resultSet->addValue({.objectId = id,
-                         .path = instance.getCallPath(),
-                         .itemKey = id,
-                         .value = sum,
-                         .time = abscissa,
-                         .count = DivisorRaised});
-    if ((historyMem || historyDisk) && !resultSet->addHistoryPoint(modelId, modelId, sum, abscissa)) {
-        displayErrorMessage("aeasubag", __LINE__);
+    readings.add({.objectId = id,
+                  .path = instance.getCallPath(),
+                  .itemKey = id,
+                  .value = sum,
+                  .time = abscissa,
+                  .count = DivisorRaised});
+    if (historyMem || historyDisk) {
+        readings.addTo(*resultSet);
+        if (!resultSet->addHistoryPoint(modelId, modelId, sum, abscissa)) {
+            displayErrorMessage("aeasubag", __LINE__);
+        }
     }
 }
 
