@@ -1,6 +1,9 @@
 #include "component/agents/process_instance.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
+#include <map>
+#include <random>
 #include <string_view>
 #include <vector>
 
@@ -102,6 +105,47 @@ TEST_F(ProcessInstance, SumsHoldWhicheverOfSeveralIsTakenOut) {
             EXPECT_EQ(process.removeSubProcess(key, false), key != std::string_view(gone)) << key;
         }
         EXPECT_DOUBLE_EQ(*sum("top"), 0.0);
+    }
+}
+
+TEST_F(ProcessInstance, HoldsTheSameWhetherFewOrManyInstancesAreThere) {
+    std::mt19937 random(11);
+    std::map<int, MeroId> alive;  // model by key
+    const auto remove = [&](std::map<int, MeroId>::iterator entry) {
+        const MeroId model = entry->second;
+        const SV::String key(std::int32_t{entry->first});
+        const bool collects = !process.getInstance(key)->isCollected();
+        ASSERT_EQ(process.removeSubProcess(key, false), collects);
+        if (collects) {
+            std::erase_if(alive, [model](const auto& other) { return other.second == model; });
+        }
+    };
+    for (int step = 0; step < 20000; ++step) {
+        const int number = static_cast<int>(random() % 40);
+        const SV::String key(std::int32_t{number});
+        const std::size_t hash = key.hash();
+        process.prefetchForPass(hash);
+        ASSERT_EQ(process.hasInstance(key), alive.contains(number));
+        const auto known = alive.find(number);
+        if (known == alive.end()) {
+            const auto model = static_cast<MeroId>(100 + random() % 12);
+            ASSERT_TRUE(process.addSubProcess(key, "top", model, MeroCollecting::ByItself));
+            const bool first =
+                std::ranges::none_of(alive, [model](const auto& other) { return other.second == model; });
+            ASSERT_EQ(process.getInstance(key)->isCollected(), !first);
+            ASSERT_EQ(process.getInstanceModelId(key), model);
+            alive.emplace(number, model);
+        } else if (random() % 3 != 0) {
+            remove(known);
+        }
+        if (random() % 200 == 0) {
+            process.prefetchForEnd();
+            process.begin("top", "top", ModelA, 5.0);
+            alive.clear();
+        }
+        std::vector<MeroAgentSubProcessInstance*> inOrder;
+        process.getInstances(inOrder);
+        ASSERT_EQ(inOrder.size(), alive.size() + 1);
     }
 }
 

@@ -1,9 +1,11 @@
 #include "component/results/agent_result_set.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 
 #include "component/host/sv_boxes.h"
 
+#include "component/results/reading_batch.h"
 #include "platform/toolkit/internal_errors.h"
 
 namespace {
@@ -45,6 +47,41 @@ TEST(AgentResultSet, FirstEntryOfAnObjectIsItsValueLaterOnesTheRunningTotal) {
         << "each pass reads the same";
     add(set, 7, 1.0, 4.0);
     EXPECT_EQ(readHistory(set), (std::vector<double>{7, 4, 1, 8, 2, 5, 9, 1, 2, 9, 3, 5}));
+}
+
+TEST(AgentResultSet, ReadingsAddedTogetherCountAsThoseAddedOneByOne) {
+    constexpr MeroId Objects = 5000;  // more than are taken for few
+    constexpr MeroId Worker = 9999;
+    auto together = makeSet(ResultModeItemMean);
+    auto oneByOne = makeSet(ResultModeItemMean);
+    MeroReadingBatch batch;
+    for (int round = 0; round < 3; ++round) {
+        for (MeroId object = 1; object <= Objects; ++object) {
+            const MeroId key = object % 3 == 0 ? Worker : object;
+            const MeroPath path{1, object, object % 2};
+            const MeroReading reading{.objectId = key,
+                                      .path = MeroPathView(path).first(round == 2 ? 2 : 3),
+                                      .itemKey = key,
+                                      .value = object * 0.5 + round,
+                                      .count = DivisorRaised};
+            oneByOne.addValue(reading);
+            batch.add(reading);
+            if (object % 7 == 0) {
+                batch.addTo(together);
+            }
+        }
+        batch.addTo(together);
+    }
+    const auto expected = oneByOne.getResults(true);
+    const auto got = together.getResults(true);
+    ASSERT_EQ(got.size(), expected.size());
+    for (std::size_t number = 0; number < got.size(); ++number) {
+        EXPECT_EQ(got[number]->getItemKey(), expected[number]->getItemKey());
+        EXPECT_TRUE(std::ranges::equal(
+            got[number]->getItems(), expected[number]->getItems(), [](const auto* left, const auto* right) {
+                return left->getKey() == right->getKey() && left->getValue() == right->getValue();
+            }));
+    }
 }
 
 TEST(AgentResultSet, AMeanNeedsItsCountForTheHistory) {

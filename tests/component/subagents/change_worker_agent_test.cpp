@@ -78,6 +78,15 @@ TEST(ChangeWorkerAgent, MeanIsOverFinishedInstances) {
     EXPECT_EQ(world.values(), (Values{{"Order", 0.5}}));
 }
 
+TEST(ChangeWorkerAgent, WhoFinishedLastIsKnownBeyondTheEndOfAProcess) {
+    MeasuredWorld world(changes());
+    world.play("3,0\n" + instanceOf({{"Ann", 0, 1}}, 2) +
+               "11,2,2,Order,2\n1,2,2,Order,2,x,Check,Ann\n"
+               "11,3,1,Order,1\n1,3,1,Order,1,y,Check,Bob\n15,4,1,Order,1\n"
+               "11,5,1,Order,1\n1,5,1,Order,1,z,Check,Bob\n13,6,1,Order,1\n6,10\n");
+    EXPECT_EQ(world.values(), (Values{{"Order", 0.5}})) << "a process that begins again goes on from there";
+}
+
 TEST(ChangeWorkerAgent, WorkThatEndsOutOfHoursIsForgotten) {
     MeasuredWorld::Setup setup = changes(AnalysisStaticWorkLoad);
     setup.calendar = "CALENDAR DAILY hours:\"00:00-01:00 02:00-24:00\"";
