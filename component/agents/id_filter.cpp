@@ -1,21 +1,22 @@
 #include "component/agents/id_filter.h"
 
-void MeroIdFilter::assign(const ISortedSet<MeroId>& ids) {
+void MeroIdFilter::clear(const ISortedSet<MeroId>& candidates) {
     constexpr std::uint64_t MostBitsForAnId = 256;
     *this = {};
-    if (ids.empty()) {
+    if (candidates.empty()) {
         return;
     }
-    first = *ids.begin();
-    const auto range = static_cast<std::uint64_t>(std::int64_t{ids[ids.size() - 1]} - first) + 1;
-    if (range > ids.size() * MostBitsForAnId) {
-        strewn = ids;
-        return;
+    first = *candidates.begin();
+    const std::uint64_t range = offsetOf(candidates[candidates.size() - 1]) + 1;
+    if (range <= candidates.size() * MostBitsForAnId) {
+        bitCount = range;
+        bits.resize((range + BitsOfWord - 1) / BitsOfWord);
     }
-    bitCount = range;
-    bits.resize((range + BitsOfWord - 1) / BitsOfWord);
+}
+
+void MeroIdFilter::assign(const ISortedSet<MeroId>& ids) {
+    clear(ids);
     for (const MeroId id : ids) {
-        const auto offset = static_cast<std::uint64_t>(std::int64_t{id} - first);
-        bits[offset / BitsOfWord] |= std::uint64_t{1} << (offset % BitsOfWord);
+        insert(id);
     }
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <unordered_set>
 #include <vector>
 
 #include "component/host/containers.h"
@@ -12,8 +13,19 @@
 class MeroIdFilter {
 public:
     void assign(const ISortedSet<MeroId>& ids);
+    /// Makes it empty, with room for these identifiers.
+    void clear(const ISortedSet<MeroId>& candidates);
+    /// Adds one of the candidates; any other may get lost.
+    void insert(MeroId id) {
+        const std::uint64_t offset = offsetOf(id);
+        if (offset < bitCount) {
+            bits[offset / BitsOfWord] |= std::uint64_t{1} << (offset % BitsOfWord);
+        } else if (bitCount == 0) {
+            strewn.insert(id);
+        }
+    }
     [[nodiscard]] bool contains(MeroId id) const {
-        const auto offset = static_cast<std::uint64_t>(std::int64_t{id} - first);
+        const std::uint64_t offset = offsetOf(id);
         if (offset < bitCount) {
             return ((bits[offset / BitsOfWord] >> (offset % BitsOfWord)) & 1U) != 0;
         }
@@ -23,8 +35,12 @@ public:
 private:
     static constexpr std::uint64_t BitsOfWord = 64;
 
+    [[nodiscard]] std::uint64_t offsetOf(MeroId id) const {
+        return static_cast<std::uint64_t>(std::int64_t{id} - first);
+    }
+
     std::int64_t first = 0;
     std::uint64_t bitCount = 0;
     std::vector<std::uint64_t> bits;
-    ISortedSet<MeroId> strewn;  ///< all of them, where there are no bits
+    std::unordered_set<MeroId> strewn;  ///< all of them, where there are no bits
 };

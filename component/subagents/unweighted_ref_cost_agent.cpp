@@ -19,8 +19,13 @@ int MeroUnWeightedRefCostAgent::setDefaultValues() {
 }
 
 int MeroUnWeightedRefCostAgent::clearResults() {
-    executedObjects.clear();
+    executedObjects = {};
     return MeroRefCostAgent::clearResults();
+}
+
+int MeroUnWeightedRefCostAgent::prepareMeasure() {
+    executedObjects.clear(observedObjects);
+    return MeroRefCostAgent::prepareMeasure();
 }
 
 bool MeroUnWeightedRefCostAgent::needsRunningState(std::int32_t code) const {
@@ -77,9 +82,10 @@ void MeroUnWeightedRefCostAgent::addPass(const Pass& pass) {
         instances.erase(pass.mainKey);
         return;
     }
-    if (target == &pass.passKey) {
+    const bool ownInstance = target == &pass.passKey;
+    if (ownInstance && !modelIsEnvironment) {
         executedObjects.insert(pass.object);
-    } else if (!process->hasInstance(pass.instanceKey)) {
+    } else if (!ownInstance && !process->hasInstance(pass.instanceKey)) {
         return;
     }
     if (!process->addFirstValue(*target, pass.worker, *cost, MeroValueUse::Accumulate)) {

@@ -23,6 +23,7 @@ private:
     [[nodiscard]] ResultSetTraits getResultSetTraits() const override {
         return {ValueTypeSingle, ResultModeItemMean};
     }
+    int prepareMeasure() override;
     int prepareCalendar() override { return makeCalendar(); }
     [[nodiscard]] bool needsRunningState(std::int32_t code) const override;
     int measure(const MeroSimEvent& event) override;
@@ -36,6 +37,6 @@ private:
     void emitValues(MeroAgentSubProcessInstance& instance, double abscissa);
     void emitSum(MeroAgentSubProcessInstance& instance, double abscissa);
 
-    ISortedSet<MeroId> executedObjects;  ///< in the current evaluation
-    double currentTime = 0.0;            ///< of the last event, in work load analyses
+    MeroIdFilter executedObjects;  ///< on a process model, in the current evaluation
+    double currentTime = 0.0;      ///< of the last event, in work load analyses
 };

@@ -62,6 +62,12 @@ TEST(IdFilter, AnswersAsTheSetDoes) {
                                 62,       63,           64,  65, 199, 200, 201, 256, Largest - 1, Largest}) {
             EXPECT_EQ(filter.contains(id), ids.contains(id)) << id;
         }
+        filter.clear(ids);
+        for (const MeroId id : ids) {
+            EXPECT_FALSE(filter.contains(id)) << id;
+            filter.insert(id);
+            EXPECT_TRUE(filter.contains(id)) << id;
+        }
     }
 }
 
