@@ -49,7 +49,7 @@ bool MeroAgentResultSet::addValue(const MeroReading& reading) {
             return false;
         }
         if (!(*known)->hasObjectId(reading.objectId)) {
-            objectIds.insert(reading.objectId);
+            otherObjectIds.insert(reading.objectId);
         }
         return true;
     }
@@ -58,7 +58,6 @@ bool MeroAgentResultSet::addValue(const MeroReading& reading) {
         std::make_unique<MeroDoubleResult>(reading.objectId, reading.itemKey, mode, reading.sourceAgentType));
     changeDivisor(result, result.addToItem(reading.value, reading.path), reading.count);
     beginHistory(reading);
-    objectIds.insert(reading.objectId);
     return true;
 }
 
@@ -180,6 +179,9 @@ bool MeroAgentResultSet::setDivisor(int count) {
 }
 
 bool MeroAgentResultSet::clearValues() {
+    for (const auto& [key, result] : results) {
+        otherObjectIds.insert(result->getObjectId());
+    }
     results.clear();
     return true;
 }
@@ -201,8 +203,12 @@ bool MeroAgentResultSet::isShown(bool scaledDisplay) const {
 }
 
 void MeroAgentResultSet::getObjectIds(ISortedSet<MeroId>& objects) const {
+    std::vector<MeroId> all(otherObjectIds.begin(), otherObjectIds.end());
+    for (const auto& [key, result] : results) {
+        all.push_back(result->getObjectId());
+    }
     objects.clear();
-    objects.insertRange(objectIds.begin(), objectIds.end());
+    objects.insertRange(all.begin(), all.end());
 }
 
 void MeroAgentResultSet::getItemKeys(ISortedSet<MeroId>& keys) const {

@@ -120,6 +120,6 @@ private:
     int analysisType;
     std::unique_ptr<MeroSequenceResult> history;
     Results results;
-    std::unordered_set<MeroId> objectIds;
+    std::unordered_set<MeroId> otherObjectIds;    ///< measured, besides those of the results
     std::vector<const MeroDoubleResult*> coming;  ///< of the readings that are being added
 };

@@ -15,31 +15,57 @@ MeroId MeroAtomarResult::getModelOfObject() const {
     return modelId;
 }
 
+namespace {
+
+constexpr std::size_t NoPosition = MeroPositionIndex::Missing;
+
+bool hasPath(const MeroDoubleResultItem& item, MeroPathView path) {
+    return std::ranges::equal(item.getPath(), path);
+}
+
+}  // namespace
+
 MeroDoubleResultItem* MeroDoubleResult::findItem(MeroPathView path) const {
-    const auto hasPath = [path](const auto& item) { return std::ranges::equal(item->getPath(), path); };
+    if (onlyItem != nullptr && hasPath(*onlyItem, path)) {
+        return onlyItem;
+    }
+    return others != nullptr ? others->find(path) : nullptr;
+}
+
+MeroDoubleResultItem* MeroDoubleResult::OtherItems::find(MeroPathView path) const {
     if (index.empty()) {
-        const auto found = std::ranges::find_if(items, hasPath);
+        const auto found =
+            std::ranges::find_if(items, [path](const auto& item) { return hasPath(*item, path); });
         return found != items.end() ? found->get() : nullptr;
     }
     const std::size_t position =
-        index.find(hashOfPath(path), [&](std::size_t candidate) { return hasPath(items[candidate]); });
-    return position != MeroPositionIndex::Missing ? items[position].get() : nullptr;
+        index.find(hashOfPath(path), [&](std::size_t candidate) { return hasPath(*items[candidate], path); });
+    return position != NoPosition ? items[position].get() : nullptr;
 }
 
 MeroDoubleResultItem& MeroDoubleResult::addToItem(double value, MeroPathView path) {
-    MeroDoubleResultItem* item = findItem(path);
-    if (item == nullptr) {
-        item = items
-                   .emplace_back(std::make_unique<MeroDoubleResultItem>(
-                       path, getPathKey(path), mode, mode == ResultModeMean ? &sharedDivisor : nullptr))
-                   .get();
-        indexNewItem();
-    }
-    item->add(value);
-    return *item;
+    MeroDoubleResultItem* const known = findItem(path);
+    MeroDoubleResultItem& item = known != nullptr ? *known : addItem(path);
+    item.add(value);
+    return item;
 }
 
-void MeroDoubleResult::indexNewItem() {
+MeroDoubleResultItem& MeroDoubleResult::addItem(MeroPathView path) {
+    const MeroSharedDivisor* const shared = mode == ResultModeMean ? &sharedDivisor : nullptr;
+    if (!first) {
+        onlyItem = &first.emplace(path, mode, shared);
+        return *first;
+    }
+    if (others == nullptr) {
+        others = std::make_unique<OtherItems>();
+        others->ordered.push_back(onlyItem);
+    }
+    others->items.push_back(std::make_unique<MeroDoubleResultItem>(path, mode, shared));
+    others->indexNewItem();
+    return *others->items.back();
+}
+
+void MeroDoubleResult::OtherItems::indexNewItem() {
     if (items.size() <= LinearLimit) {
         return;
     }
@@ -49,27 +75,33 @@ void MeroDoubleResult::indexNewItem() {
     }
 }
 
-const std::vector<MeroDoubleResultItem*>& MeroDoubleResult::getItems() const {
-    if (ordered.size() != items.size()) {
-        const auto byKey = [](const auto* left, const auto* right) {
-            return left->getKey() < right->getKey();
-        };
-        const auto known = static_cast<std::ptrdiff_t>(ordered.size());
-        for (std::size_t position = ordered.size(); position < items.size(); ++position) {
+std::span<MeroDoubleResultItem* const> MeroDoubleResult::getItems() const {
+    if (others == nullptr) {
+        return {&onlyItem, first ? std::size_t{1} : std::size_t{0}};
+    }
+    auto& [items, index, ordered] = *others;
+    const std::size_t known = ordered.size();
+    if (known != items.size() + 1) {
+        for (std::size_t position = known - 1; position < items.size(); ++position) {
             ordered.push_back(items[position].get());
         }
-        std::sort(ordered.begin() + known, ordered.end(), byKey);
-        std::inplace_merge(ordered.begin(), ordered.begin() + known, ordered.end(), byKey);
+        const auto byKey = [](const auto* left, const auto* right) {
+            return isBeforeAsPathKey(left->getPath(), right->getPath());
+        };
+        const auto firstNew = ordered.begin() + static_cast<std::ptrdiff_t>(known);
+        std::sort(firstNew, ordered.end(), byKey);
+        std::inplace_merge(ordered.begin(), firstNew, ordered.end(), byKey);
     }
     return ordered;
 }
 
 MeroDoubleResultItem* MeroDoubleResult::getNextItem() {
+    const auto items = getItems();
     if (cursor >= items.size()) {
         cursor = 0;
         return nullptr;
     }
-    return getItems()[cursor++];
+    return items[cursor++];
 }
 
 double MeroDoubleResult::getTotal() const {
@@ -102,28 +134,26 @@ bool MeroDoubleResult::setDivisorItem(int change, MeroPathView path) {
 // Prefetching
 
 void MeroDoubleResult::prefetch() const {
-    __builtin_prefetch(&items);
-    __builtin_prefetch(&sharedDivisor);
+    __builtin_prefetch(this);
+    __builtin_prefetch(&onlyItem);
 }
 
 void MeroDoubleResult::prefetchIndex(MeroPathView path) const {
-    if (index.empty()) {
-        __builtin_prefetch(items.data());
-    } else {
-        index.prefetch(hashOfPath(path));
+    if (others != nullptr) {
+        others->index.prefetch(hashOfPath(path));
     }
 }
 
 void MeroDoubleResult::prefetchPlace(MeroPathView path) const {
-    const std::size_t position = index.findFirst(hashOfPath(path));
-    if (position != MeroPositionIndex::Missing) {
-        __builtin_prefetch(&items[position]);
+    const std::size_t position = others != nullptr ? others->index.findFirst(hashOfPath(path)) : NoPosition;
+    if (position != NoPosition) {
+        __builtin_prefetch(&others->items[position]);
     }
 }
 
 void MeroDoubleResult::prefetchItem(MeroPathView path) const {
-    const std::size_t position = index.empty() ? 0 : index.findFirst(hashOfPath(path));
-    if (position < items.size()) {
-        items[position]->prefetch();
+    const std::size_t position = others != nullptr ? others->index.findFirst(hashOfPath(path)) : NoPosition;
+    if (position != NoPosition) {
+        others->items[position]->prefetch();
     }
 }

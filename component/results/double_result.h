@@ -1,6 +1,8 @@
 #pragma once
 
 #include <memory>
+#include <optional>
+#include <span>
 #include <vector>
 
 #include "component/results/position_index.h"
@@ -37,7 +39,7 @@ public:
     MeroDoubleResultItem* getNextItem();
     void rewindCursor() { cursor = 0; }
     /// In the order of their keys; valid until the next one is made.
-    [[nodiscard]] const std::vector<MeroDoubleResultItem*>& getItems() const;
+    [[nodiscard]] std::span<MeroDoubleResultItem* const> getItems() const;
     /// Sum of the values of all items.
     [[nodiscard]] double getTotal() const;
     /// Divisor of every item; only in `ResultModeMean`, but keeping it is always allowed.
@@ -57,16 +59,28 @@ public:
     [[nodiscard]] int getSourceAgentType() const { return sourceAgentType; }
 
 private:
-    void indexNewItem();
+    /// Items besides the first one.
+    struct OtherItems {
+        std::vector<std::unique_ptr<MeroDoubleResultItem>> items;  ///< in the order of making
+        MeroPositionIndex index;                                   ///< empty while there are few items
+        std::vector<MeroDoubleResultItem*>
+            ordered;  ///< with the first one; brought up to date when it is read
 
-    /// Up to this many items a search compares the paths; beyond, `index` is used.
+        [[nodiscard]] MeroDoubleResultItem* find(MeroPathView path) const;
+        void indexNewItem();
+    };
+
+    [[nodiscard]] MeroDoubleResultItem& addItem(MeroPathView path);
+
+    /// Up to this many items a search compares the paths; beyond, an index is used.
     static constexpr std::size_t LinearLimit = 8;
 
-    std::vector<std::unique_ptr<MeroDoubleResultItem>> items;  ///< in the order of making
-    MeroPositionIndex index;                                   ///< empty while there are few items
-    mutable std::vector<MeroDoubleResultItem*> ordered;        ///< brought up to date when it is read
+    // Most objects have one item, which lies here.
+    std::optional<MeroDoubleResultItem> first;
+    MeroDoubleResultItem* onlyItem = nullptr;  ///< the first, as a sequence of one
+    std::unique_ptr<OtherItems> others;
     MeroSharedDivisor sharedDivisor;
-    std::size_t cursor = 0;
+    std::uint32_t cursor = 0;
     int mode;
     int sourceAgentType;
 };

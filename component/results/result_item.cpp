@@ -3,18 +3,53 @@
 #include <algorithm>
 #include <charconv>
 #include <string>
+#include <string_view>
 
 #include "component/host/basic_services.h"
+
+namespace {
+
+/// An identifier of a path key.
+class KeyPart {
+public:
+    explicit KeyPart(MeroId id) {
+        char* const end = std::to_chars(text, text + sizeof text, id).ptr;
+        *end = '@';
+        size = static_cast<std::size_t>(end - text) + 1;
+    }
+    [[nodiscard]] std::string_view view() const { return {text, size}; }
+
+private:
+    char text[16];
+    std::size_t size;
+};
+
+std::size_t lengthOfPathKey(MeroPathView path) {
+    std::size_t length = 0;
+    for (const MeroId id : path) {
+        length += KeyPart(id).view().size();
+    }
+    return length;
+}
+
+}  // namespace
 
 SV::String getPathKey(MeroPathView path) {
     std::string key;
     for (const MeroId id : path) {
-        char digits[16];
-        const auto end = std::to_chars(digits, digits + sizeof digits, id).ptr;
-        key.append(digits, end);
-        key.push_back('@');
+        key += KeyPart(id).view();
     }
     return SV::String(key);
+}
+
+bool isBeforeAsPathKey(MeroPathView left, MeroPathView right) {
+    const std::size_t lengthOfLeft = lengthOfPathKey(left);
+    const std::size_t lengthOfRight = lengthOfPathKey(right);
+    if (lengthOfLeft != lengthOfRight) {
+        return lengthOfLeft < lengthOfRight;
+    }
+    const auto [ofLeft, ofRight] = std::ranges::mismatch(left, right);
+    return ofLeft != left.end() && KeyPart(*ofLeft).view() < KeyPart(*ofRight).view();
 }
 
 std::size_t hashOfPath(MeroPathView path) {
@@ -27,10 +62,6 @@ std::size_t hashOfPath(MeroPathView path) {
         hash ^= hash >> 32;
     }
     return hash + static_cast<std::uint32_t>(path.back());
-}
-
-MeroResultItem::MeroResultItem(MeroPathView itemPath, SV::String key) : pathKey(std::move(key)) {
-    path.assign(itemPath);
 }
 
 bool MeroSharedDivisor::change(int change) {
@@ -47,9 +78,9 @@ bool MeroSharedDivisor::change(int change) {
     return true;
 }
 
-MeroDoubleResultItem::MeroDoubleResultItem(MeroPathView itemPath, SV::String key, int combinationMode,
+MeroDoubleResultItem::MeroDoubleResultItem(MeroPathView itemPath, int combinationMode,
                                            const MeroSharedDivisor* sharedDivisor)
-    : MeroResultItem(itemPath, std::move(key)), mode(combinationMode), shared(sharedDivisor) {
+    : MeroResultItem(itemPath), mode(combinationMode), shared(sharedDivisor) {
     if (shared != nullptr) {
         raisesSeen = shared->raises;
         settingsSeen = shared->settings;

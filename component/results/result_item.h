@@ -36,6 +36,9 @@ enum MeroDivisorChange : int {
 /// Each identifier in decimal, followed by "@": the order of items is that of these texts.
 [[nodiscard]] SV::String getPathKey(MeroPathView path);
 
+/// Whether the key of `left` comes before that of `right`, which needn't be made for it.
+[[nodiscard]] bool isBeforeAsPathKey(MeroPathView left, MeroPathView right);
+
 /// Paths to neighbouring objects of a process have neighbouring hashes, which an index keeps together.
 [[nodiscard]] std::size_t hashOfPath(MeroPathView path);
 
@@ -56,15 +59,14 @@ struct std::hash<MeroPathKey> {
 /// One value position of an object: the value for one path.
 class MeroResultItem {
 public:
-    MeroResultItem(MeroPathView itemPath, SV::String key);
+    explicit MeroResultItem(MeroPathView itemPath) { path.assign(itemPath); }
     virtual ~MeroResultItem() = default;
 
     [[nodiscard]] MeroPathView getPath() const { return path; }
-    [[nodiscard]] const SV::String& getKey() const { return pathKey; }
+    [[nodiscard]] SV::String getKey() const { return getPathKey(path); }
 
 private:
     MeroSmallVector<MeroId, 4> path;  ///< calls are seldom deep
-    SV::String pathKey;
 };
 
 /// Changes of a divisor that concern all items of an object at once. Items catch up when they are read, so
@@ -82,7 +84,7 @@ class MeroDoubleResultItem : public MeroResultItem {
 public:
     /// `sharedDivisor`, which isn't owned, has to outlive the item; null where items have divisors of their
     /// own. What it was changed by before doesn't concern the item.
-    MeroDoubleResultItem(MeroPathView itemPath, SV::String key, int combinationMode,
+    MeroDoubleResultItem(MeroPathView itemPath, int combinationMode,
                          const MeroSharedDivisor* sharedDivisor = nullptr);
 
     void add(double newValue);

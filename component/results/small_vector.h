@@ -15,7 +15,8 @@ public:
     using iterator = T*;
     using const_iterator = const T*;
 
-    MeroSmallVector() = default;
+    // The room is filled as entries come.
+    MeroSmallVector() {}  // NOLINT(modernize-use-equals-default, cppcoreguidelines-pro-type-member-init)
     MeroSmallVector(const MeroSmallVector&) = delete;
     MeroSmallVector& operator=(const MeroSmallVector&) = delete;
     ~MeroSmallVector() {
@@ -60,10 +61,9 @@ public:
     [[nodiscard]] const_iterator end() const { return entries() + count; }
 
 private:
-    [[nodiscard]] T* entries() { return heap != nullptr ? heap : reinterpret_cast<T*>(room); }
-    [[nodiscard]] const T* entries() const {
-        return heap != nullptr ? heap : reinterpret_cast<const T*>(room);
-    }
+    [[nodiscard]] bool isInPlace() const { return capacity == InPlace; }
+    [[nodiscard]] T* entries() { return isInPlace() ? reinterpret_cast<T*>(room) : heap; }
+    [[nodiscard]] const T* entries() const { return isInPlace() ? reinterpret_cast<const T*>(room) : heap; }
 
     void grow() {
         const std::uint32_t wanted = capacity * 2;
@@ -75,13 +75,15 @@ private:
         capacity = wanted;
     }
     void releaseHeap() {
-        if (heap != nullptr) {
+        if (!isInPlace()) {
             std::allocator<T>().deallocate(heap, capacity);
         }
     }
 
-    T* heap = nullptr;  ///< null while the entries are in place
     std::uint32_t count = 0;
     std::uint32_t capacity = InPlace;
-    alignas(T) std::byte room[InPlace * sizeof(T)];
+    union {
+        T* heap;
+        alignas(T) std::byte room[InPlace * sizeof(T)];
+    };
 };
