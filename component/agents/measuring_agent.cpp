@@ -209,6 +209,17 @@ MeroPathView MeroMeasuringAgent::pathFromObject(const MeroAgentSubProcessInstanc
     return pathBuffer;
 }
 
+void MeroMeasuringAgent::gather(MeroId id, MeroPathView path, double value, const InstanceEnd& end,
+                                int sourceAgentType) {
+    readings.add({.objectId = id,
+                  .path = path,
+                  .itemKey = id,
+                  .value = value,
+                  .time = end.abscissa,
+                  .count = finishedProcesses,
+                  .sourceAgentType = sourceAgentType});
+}
+
 // Preparation
 
 int MeroMeasuringAgent::prepareRun(int analysis) {

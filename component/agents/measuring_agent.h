@@ -106,6 +106,8 @@ protected:
             placement == collected || (placement == MeroPlacement::UnderCaller && call.model != ownModel);
         return byCaller ? MeroCollecting::ByCollectorOfCaller : MeroCollecting::ByItself;
     }
+    /// Gathers a value of a mean over the finished processes, under the object that it belongs to.
+    void gather(MeroId id, MeroPathView path, double value, const InstanceEnd& end, int sourceAgentType);
     /// For `emitInstance`, which leaves it empty.
     MeroReadingBatch readings;
 

@@ -72,7 +72,8 @@ MeroAgentSubProcessInstance& MeroSubInstances::add(const SV::String& key, MeroId
 
 MeroSubInstances::Entry& MeroSubInstances::takeIdleEntry() {
     if (alive == entries.size()) {
-        entries.push_back({std::make_unique<SubInstance>()});
+        entries.push_back({});
+        entries.back().instance = std::make_unique<SubInstance>();
     }
     return entries[alive];
 }

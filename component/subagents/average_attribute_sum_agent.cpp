@@ -250,23 +250,14 @@ bool MeroAvgAttributeSumAgent::addValue(MeroAgentProcessInstance& process, const
 }
 
 void MeroAvgAttributeSumAgent::emitInstance(MeroAgentProcessInstance& process, const InstanceEnd& end) {
-    const auto add = [&](MeroId id, MeroPathView path, double value, int sourceType) {
-        readings.add({.objectId = id,
-                      .path = path,
-                      .itemKey = id,
-                      .value = value,
-                      .time = end.abscissa,
-                      .count = finishedProcesses,
-                      .sourceAgentType = sourceType});
-    };
     for (MeroAgentSubProcessInstance* const instance : instancesOf(process)) {
         const MeroPathView callPath = instance->getCallPath();
         for (const auto& [object, value] : instance->getValues()) {
-            add(object, scopeObjects ? pathOfObject(*instance, object) : callPath, value.value, 1);
+            gather(object, scopeObjects ? pathOfObject(*instance, object) : callPath, value.value, end, 1);
         }
         const MeroId id = instance->getModelId();
         if (scopeObjects && (scopeAllObjects || id == end.model)) {
-            add(id, callPath, instance->sumFirstValues(MeroNoId).value_or(0.0), 0);
+            gather(id, callPath, instance->sumFirstValues(MeroNoId).value_or(0.0), end, 0);
         }
     }
     readings.addTo(*resultSet);

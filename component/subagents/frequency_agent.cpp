@@ -188,14 +188,9 @@ void MeroFrequencyAgent::emitInstance(MeroAgentProcessInstance& process, const I
     for (MeroAgentSubProcessInstance* const instance : instancesOf(process)) {
         for (const auto& [object, value] : instance->getValues()) {
             const bool counts = !scopeObjects || object == modelId;
-            readings.add({.objectId = object,
-                          .path = scopeObjects ? pathOfObject(*instance, object)
-                                               : MeroPathView(instance->getCallPath()),
-                          .itemKey = object,
-                          .value = value.value,
-                          .time = end.abscissa,
-                          .count = finishedProcesses,
-                          .sourceAgentType = counts ? 1 : 0});
+            gather(object,
+                   scopeObjects ? pathOfObject(*instance, object) : MeroPathView(instance->getCallPath()),
+                   value.value, end, counts ? 1 : 0);
         }
     }
     readings.addTo(*resultSet);

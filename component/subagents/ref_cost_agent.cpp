@@ -133,22 +133,13 @@ void MeroRefCostAgent::addPass(MeroAgentProcessInstance& process, const Pass& pa
 }
 
 void MeroRefCostAgent::emitInstance(MeroAgentProcessInstance& process, const InstanceEnd& end) {
-    const auto add = [&](MeroId id, MeroPathView path, double amount, int sourceType) {
-        readings.add({.objectId = id,
-                      .path = path,
-                      .itemKey = id,
-                      .value = amount,
-                      .time = end.abscissa,
-                      .count = finishedProcesses,
-                      .sourceAgentType = sourceType});
-    };
     for (MeroAgentSubProcessInstance* const instance : instancesOf(process)) {
         for (const auto& [worker, value] : instance->getValues()) {
-            add(worker, pathOfWorker(*instance, worker), amountOf(*instance, worker, value.value), 1);
+            gather(worker, pathOfWorker(*instance, worker), amountOf(*instance, worker, value.value), end, 1);
         }
         if (!modelIsEnvironment && !instance->isCollected()) {
-            add(instance->getModelId(), instance->getCallPath(),
-                instance->sumFirstValues(MeroNoId).value_or(0.0), 0);
+            gather(instance->getModelId(), instance->getCallPath(),
+                   instance->sumFirstValues(MeroNoId).value_or(0.0), end, 0);
         }
     }
     readings.addTo(*resultSet);

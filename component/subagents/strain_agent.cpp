@@ -147,22 +147,13 @@ void MeroStrainAgent::addPass(MeroAgentProcessInstance& process, const Pass& pas
 
 void MeroStrainAgent::emitInstance(MeroAgentProcessInstance& process, const InstanceEnd& end) {
     scaledResultValid = false;
-    const auto add = [&](MeroId id, MeroPathView path, double value) {
-        readings.add({.objectId = id,
-                      .path = path,
-                      .itemKey = id,
-                      .value = value,
-                      .time = end.abscissa,
-                      .count = finishedProcesses,
-                      .history = MeroHistoryUse::Left});
-    };
     for (MeroAgentSubProcessInstance* const instance : instancesOf(process)) {
         for (const auto& [worker, value] : instance->getValues()) {
-            add(worker, pathOfObject(*instance, worker), value.value);
+            gather(worker, pathOfObject(*instance, worker), value.value, end, 0);
         }
         if (!modelIsEnvironment && !instance->isCollected()) {
-            add(instance->getModelId(), instance->getCallPath(),
-                instance->sumFirstValues(MeroNoId).value_or(0.0));
+            gather(instance->getModelId(), instance->getCallPath(),
+                   instance->sumFirstValues(MeroNoId).value_or(0.0), end, 0);
         }
     }
     readings.addTo(*rawResult);

@@ -14,7 +14,7 @@ public:
         heard.push_back(objectOf(*event));
         return EventHandled;
     }
-    void expectEvent(const MeroSimEvent& event) const override { announced.push_back(objectOf(event)); }
+    void expectEvent(const MeroSimEvent& event) override { announced.push_back(objectOf(event)); }
 
     std::vector<MeroId> heard;
     mutable std::vector<MeroId> announced;
