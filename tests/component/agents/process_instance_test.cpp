@@ -189,6 +189,7 @@ TEST_F(ProcessInstance, WalksInTheOrderOfKeysAndDecimalTexts) {
     std::vector<SV::String> keys;
     std::vector<MeroAgentSubProcessInstance*> inOrder;
     process.getInstances(inOrder);
+    keys.reserve(inOrder.size());
     for (const auto* const instance : inOrder) {
         keys.push_back(instance->getKey());
     }
