@@ -183,6 +183,13 @@ TEST_F(CommandsTest, ResultsBeginAfterTheWarmUpAndAreThoseOfItsRecord) {
         EXPECT_NE(out.find(",Counts,S,Order,Check,Task,Order / Check,388800,s,10800,"), std::string::npos)
             << out;
     }
+    std::vector<std::string> replicated(simulate.begin(), simulate.begin() + 5);
+    replicated.insert(replicated.end(), {"--replications", "2"});
+    replicated.insert(replicated.end(), common.begin(), common.end());
+    const ProgramRun replications = runProgram(replicated);
+    EXPECT_NE(replications.out.find(",Check,Task,Order / Check,2,388800,0,388800,388800,s,10800,"),
+              std::string::npos)
+        << "the warm-up is that of each replication: " << replications.out << replications.err;
 }
 
 TEST_F(CommandsTest, CalendarsWhoseWeekdaysAreNotThoseOfTheStartAreTold) {
