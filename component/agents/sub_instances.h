@@ -54,7 +54,7 @@ private:
     static constexpr std::size_t Missing = MeroPositionIndex::Missing;
     static constexpr std::size_t Handful = 4;
     /// Up to so many instances are searched one by one.
-    static constexpr std::size_t LinearLimit = 8;
+    static constexpr std::size_t LinearLimit = 16;
     /// So many that aren't alive are kept.
     static constexpr std::size_t MostIdle = 16;
 
