@@ -7,9 +7,10 @@
 #include "component/agents/sub_process_instance.h"
 #include "component/results/position_index.h"
 
-/// The sub-process instances of one main process, by key and by call path. A handful of them is found by
-/// looking at the hashes that stand beside each other in place; indices come in only where there are more.
-/// Instances stay where they are until they are erased, and their memory serves the next ones.
+/// The sub-process instances of one main process, by key and by call path. Few of them are found by looking
+/// at their hashes, which stand beside each other, those of a handful in place; indices come in only where
+/// there are more. Instances stay where they are until they are erased, and their memory serves the next
+/// ones.
 class MeroSubInstances {
 public:
     [[nodiscard]] std::size_t size() const { return alive; }
@@ -33,7 +34,7 @@ public:
     /// Asks for the memory of the instance whose key has this hash; if there is none, for what the next
     /// addition needs.
     void prefetch(std::size_t keyHash) const;
-    /// Asks for the memory of all, up to a handful.
+    /// Asks for the memory of all, unless there are many.
     void prefetchAll() const;
 
 private:
