@@ -5,36 +5,31 @@
 
 // Search
 
-bool MeroSubInstances::hasPath(std::size_t position, MeroPathView path) const {
-    return std::ranges::equal(entries[position].instance->getCallPath(), path);
+template <class IsWanted>
+std::size_t MeroSubInstances::findOneByOne(std::uint32_t Entry::*tagOfEntry, std::uint32_t tag,
+                                           IsWanted isWanted) const {
+    for (std::size_t position = 0; position < alive; ++position) {
+        if (entries[position].*tagOfEntry == tag && isWanted(position)) {
+            return position;
+        }
+    }
+    return Missing;
 }
 
 std::size_t MeroSubInstances::positionOf(const SV::String& key) const {
     if (alive == 0) {
         return Missing;
     }
-    if (indexed) {
-        return indices->byKey.find(key.hash(), [&](std::size_t position) { return hasKey(position, key); });
-    }
+    const auto hasKey = [&](std::size_t position) { return entries[position].instance->getKey() == key; };
     const std::uint32_t tag = tagOf(key.hash());
-    for (std::size_t position = 0; position < alive; ++position) {
-        if (entries[position].keyTag == tag && hasKey(position, key)) {
-            return position;
-        }
-    }
-    return Missing;
+    return indexed ? indices->byKey.find(tag, hasKey) : findOneByOne(&Entry::keyTag, tag, hasKey);
 }
 
 std::size_t MeroSubInstances::positionOfPath(MeroPathView path, std::uint32_t tag) const {
-    if (indexed) {
-        return indices->byPath.find(tag, [&](std::size_t position) { return hasPath(position, path); });
-    }
-    for (std::size_t position = 0; position < alive; ++position) {
-        if (entries[position].pathTag == tag && hasPath(position, path)) {
-            return position;
-        }
-    }
-    return Missing;
+    const auto hasPath = [&](std::size_t position) {
+        return std::ranges::equal(entries[position].instance->getCallPath(), path);
+    };
+    return indexed ? indices->byPath.find(tag, hasPath) : findOneByOne(&Entry::pathTag, tag, hasPath);
 }
 
 MeroAgentSubProcessInstance* MeroSubInstances::find(const SV::String& key) const {
@@ -146,11 +141,10 @@ void MeroSubInstances::moveInIndices(std::size_t from, std::size_t to) {
 void MeroSubInstances::prefetch(std::size_t keyHash) const {
     if (indexed) {
         indices->byKey.prefetch(keyHash);
-        return;
-    }
-    const std::uint32_t tag = tagOf(keyHash);
-    for (std::size_t position = 0; position < alive; ++position) {
-        if (entries[position].keyTag == tag) {
+    } else {
+        const auto any = [](std::size_t) { return true; };
+        const std::size_t position = findOneByOne(&Entry::keyTag, tagOf(keyHash), any);
+        if (position != Missing) {
             entries[position].instance->prefetch();
             return;
         }

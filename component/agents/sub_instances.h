@@ -14,6 +14,7 @@
 class MeroSubInstances {
 public:
     [[nodiscard]] std::size_t size() const { return alive; }
+    /// Any of them, in no order that lasts over an erasure.
     [[nodiscard]] MeroAgentSubProcessInstance& operator[](std::size_t position) const {
         return *entries[position].instance;
     }
@@ -27,6 +28,7 @@ public:
                                      MeroAgentSubProcessInstance* collector);
     /// Those that have the same call path have to go with it.
     void erase(const SV::String& key);
+    /// Ends all; much of the memory serves the next ones.
     void clear();
 
     /// Whether there is or was one.
@@ -62,10 +64,10 @@ private:
     [[nodiscard]] static std::uint32_t tagOf(std::size_t hash) { return static_cast<std::uint32_t>(hash); }
     [[nodiscard]] std::size_t positionOf(const SV::String& key) const;
     [[nodiscard]] std::size_t positionOfPath(MeroPathView path, std::uint32_t tag) const;
-    [[nodiscard]] bool hasKey(std::size_t position, const SV::String& key) const {
-        return entries[position].instance->getKey() == key;
-    }
-    [[nodiscard]] bool hasPath(std::size_t position, MeroPathView path) const;
+    /// Position of the wanted one among those that have the tag; for few.
+    template <class IsWanted>
+    [[nodiscard]] std::size_t findOneByOne(std::uint32_t Entry::*tagOfEntry, std::uint32_t tag,
+                                           IsWanted isWanted) const;
     [[nodiscard]] Entry& takeIdleEntry();
     void dropIdleEntries();
     void addToIndices(std::size_t position);
@@ -73,6 +75,6 @@ private:
 
     MeroSmallVector<Entry, Handful> entries;  ///< those that are alive come first
     std::uint32_t alive = 0;
-    bool indexed = false;
+    bool indexed = false;  ///< `indices` hold those that are alive
     std::unique_ptr<Indices> indices;
 };
