@@ -12,6 +12,7 @@
 /// that, they are searched.
 class MeroIdFilter {
 public:
+    /// Makes it these identifiers.
     void assign(const ISortedSet<MeroId>& ids);
     /// Makes it empty, with room for these identifiers.
     void clear(const ISortedSet<MeroId>& candidates);

@@ -76,8 +76,9 @@ public:
 
     // Ask for the rest; the head is read for it.
 
-    /// `keyHash`: of the instance's key, as far as it is known.
+    /// For a value of the instance whose key has this hash, or of a new one.
     void prefetchForPass(std::size_t keyHash) const;
+    /// For all that is read when the process ends.
     void prefetchForEnd() const;
 
 private:

@@ -54,6 +54,7 @@ public:
         __builtin_prefetch(&key);
         values.prefetch();
     }
+    /// Asks for the memory of the first few values.
     void prefetchValues() const { values.prefetch(); }
 
     /// Sum over this instance and those attached to it, for one object or with `MeroNoId` for all. Nothing

@@ -49,11 +49,16 @@ public:
     [[nodiscard]] bool hasItem(MeroPathView path) const { return findItem(path) != nullptr; }
     /// Null if there is none.
     [[nodiscard]] MeroDoubleResultItem* findItem(MeroPathView path) const;
+
     // Ask for the memory that the item of a path needs, in this order, each when the one before has come.
 
+    /// Of the result itself, with its first item.
     void prefetch() const;
+    /// Of the index, where there are many items.
     void prefetchIndex(MeroPathView path) const;
+    /// Of what the index points to.
     void prefetchPlace(MeroPathView path) const;
+    /// Of the item.
     void prefetchItem(MeroPathView path) const;
 
     [[nodiscard]] int getSourceAgentType() const { return sourceAgentType; }
@@ -63,8 +68,8 @@ private:
     struct OtherItems {
         std::vector<std::unique_ptr<MeroDoubleResultItem>> items;  ///< in the order of making
         MeroPositionIndex index;                                   ///< empty while there are few items
-        std::vector<MeroDoubleResultItem*>
-            ordered;  ///< with the first one; brought up to date when it is read
+        /// With the first one; brought up to date when it is read.
+        std::vector<MeroDoubleResultItem*> ordered;
 
         [[nodiscard]] MeroDoubleResultItem* find(MeroPathView path) const;
         void indexNewItem();

@@ -24,6 +24,7 @@ public:
         clear();
     }
 
+    /// Drops all.
     void clear() {
         readings.clear();
         paths.clear();

@@ -15,8 +15,7 @@ public:
     using iterator = T*;
     using const_iterator = const T*;
 
-    // The room is filled as entries come.
-    MeroSmallVector() {}  // NOLINT(modernize-use-equals-default, cppcoreguidelines-pro-type-member-init)
+    MeroSmallVector() = default;
     MeroSmallVector(const MeroSmallVector&) = delete;
     MeroSmallVector& operator=(const MeroSmallVector&) = delete;
     ~MeroSmallVector() {
@@ -83,7 +82,7 @@ private:
     std::uint32_t count = 0;
     std::uint32_t capacity = InPlace;
     union {
-        T* heap;
+        T* heap = nullptr;  ///< where the entries are, once there are more than find room
         alignas(T) std::byte room[InPlace * sizeof(T)];
     };
 };

@@ -17,7 +17,7 @@ public:
     void expectEvent(const MeroSimEvent& event) override { announced.push_back(objectOf(event)); }
 
     std::vector<MeroId> heard;
-    mutable std::vector<MeroId> announced;
+    std::vector<MeroId> announced;
 
 private:
     static MeroId objectOf(const MeroSimEvent& event) {
