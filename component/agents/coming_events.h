@@ -14,7 +14,7 @@ struct MeroComingEvent {
     static constexpr Place NoPlace = std::numeric_limits<Place>::max();
 
     Place place = NoPlace;    ///< of its process, which has been asked for
-    std::size_t keyHash = 0;  ///< of the sub-process instance that it concerns; 0 if that isn't known
+    std::size_t keyHash = 0;  ///< of the sub-process instance that it concerns; 0 for none or a new one
     bool endsProcess = false;
 };
 

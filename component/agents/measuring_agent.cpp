@@ -151,7 +151,7 @@ int MeroMeasuringAgent::endProcess(const MeroSimEvent& event) {
         ++finishedProcesses;
         MeroId endingModel = MeroNoId;
         event.getModelId(&endingModel);
-        emitInstance(*process, {endingModel, abscissaAt(time)});
+        handOver(*process, {endingModel, abscissaAt(time)});
     }
     instances.erase(mainKey);
     return EventHandled;
@@ -207,6 +207,15 @@ MeroPathView MeroMeasuringAgent::pathFromObject(const MeroAgentSubProcessInstanc
     }
     pathBuffer.insert(pathBuffer.end(), callPath.begin(), callPath.end());
     return pathBuffer;
+}
+
+void MeroMeasuringAgent::handOver(MeroAgentProcessInstance& process, const InstanceEnd& end) {
+    emitInstance(process, end);
+    if (agentState == AgentFailed) {
+        readings.clear();
+    } else {
+        readings.addTo(getMeasured());
+    }
 }
 
 void MeroMeasuringAgent::gather(MeroId id, MeroPathView path, double value, const InstanceEnd& end,

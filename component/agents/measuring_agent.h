@@ -58,7 +58,7 @@ protected:
     /// One of these events.
     virtual int measure(const MeroSimEvent& event) = 0;
     /// One of these will come soon: asks for memory besides that of the process. Gives the hash of the key
-    /// under which the process will be asked for an instance; 0 for that of the process itself.
+    /// under which the process will look for an instance; 0 if it looks for none, or that will be a new one.
     virtual std::size_t expectPass([[maybe_unused]] const MeroSimEvent& event) const { return 0; }
     /// The process of an event that was announced some events ago can be read: asks for what it points to.
     virtual void expectRest(const MeroAgentProcessInstance& process, const MeroComingEvent& event) const;
@@ -70,7 +70,7 @@ protected:
     /// ended.
     [[nodiscard]] virtual std::optional<bool> countsAtEnd(const MeroAgentProcessInstance& process,
                                                           double time);
-    /// Hands over the values of an instance that counts.
+    /// Gathers the values of an instance that counts.
     virtual void emitInstance(MeroAgentProcessInstance& process, const InstanceEnd& end) = 0;
 
     /// Before anything is evaluated.
@@ -81,6 +81,8 @@ protected:
     virtual int objectsExtended() { return StatusOk; }
     [[nodiscard]] virtual ResultSetTraits getResultSetTraits() const = 0;
     virtual int makeResultSet();
+    /// Set that takes what is measured.
+    [[nodiscard]] virtual MeroAgentResultSet& getMeasured() { return *resultSet; }
     /// The agent's own maps and flags.
     virtual int prepareMeasure() { return StatusOk; }
     /// Agents that don't test working time make none.
@@ -106,11 +108,11 @@ protected:
             placement == collected || (placement == MeroPlacement::UnderCaller && call.model != ownModel);
         return byCaller ? MeroCollecting::ByCollectorOfCaller : MeroCollecting::ByItself;
     }
+    /// Emits an instance and adds all that was gathered of it to the results, unless the agent has been ended
+    /// over it.
+    void handOver(MeroAgentProcessInstance& process, const InstanceEnd& end);
     /// Gathers a value of a mean over the finished processes, under the object that it belongs to.
     void gather(MeroId id, MeroPathView path, double value, const InstanceEnd& end, int sourceAgentType);
-    /// For `emitInstance`, which leaves it empty.
-    MeroReadingBatch readings;
-
     [[nodiscard]] double abscissaAt(double time) const;
     /// Asks for what a table of passes will look at. Gives the hash of the key.
     template <class Item>
@@ -121,6 +123,8 @@ protected:
         passes.prefetchIndex(passKey);
         return passKey.hash();
     }
+
+    MeroReadingBatch readings;  ///< of the instance that is emitted
 
 private:
     [[nodiscard]] MeroComingEvent askForProcessOf(const MeroSimEvent& event) const;

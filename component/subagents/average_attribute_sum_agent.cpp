@@ -260,7 +260,6 @@ void MeroAvgAttributeSumAgent::emitInstance(MeroAgentProcessInstance& process, c
             gather(id, callPath, instance->sumFirstValues(MeroNoId).value_or(0.0), end, 0);
         }
     }
-    readings.addTo(*resultSet);
 }
 
 // Results

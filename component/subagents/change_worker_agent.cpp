@@ -182,13 +182,8 @@ void MeroChangeWorkerAgent::emitInstance(MeroAgentProcessInstance& process, cons
             continue;
         }
         const MeroId id = instance->getModelId();
-        resultSet->addValue({.objectId = id,
-                             .path = instance->getCallPath(),
-                             .itemKey = id,
-                             .value = instance->sumFirstValues(MeroNoId).value_or(0.0),
-                             .time = end.abscissa,
-                             .count = finishedProcesses,
-                             .sourceAgentType = id == modelId ? 1 : 0});
+        gather(id, instance->getCallPath(), instance->sumFirstValues(MeroNoId).value_or(0.0), end,
+               id == modelId ? 1 : 0);
     }
 }
 

@@ -231,7 +231,7 @@ int MeroCycleTimeAgent::endProcess(const MeroSimEvent& event) {
     }
     if (*counts && closeBlock(*process, end.instanceKey)) {
         ++finishedProcesses;
-        emitInstance(*process, {end.model, abscissaAt(end.time)});
+        handOver(*process, {end.model, abscissaAt(end.time)});
     }
     instances.erase(end.mainKey);
     return EventHandled;
@@ -258,7 +258,6 @@ void MeroCycleTimeAgent::emitInstance(MeroAgentProcessInstance& process, const I
     for (MeroAgentSubProcessInstance* const instance : instancesOf(process)) {
         for (const auto& [object, value] : instance->getValues()) {
             if (scopeObjects && value.getSecondValue() <= 0.0) {
-                readings.clear();
                 abortAgent();
                 return;
             }
@@ -272,5 +271,4 @@ void MeroCycleTimeAgent::emitInstance(MeroAgentProcessInstance& process, const I
                           .sourceAgentType = !scopeObjects || object == modelId ? 1 : 0});
         }
     }
-    readings.addTo(*resultSet);
 }

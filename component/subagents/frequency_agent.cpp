@@ -193,7 +193,6 @@ void MeroFrequencyAgent::emitInstance(MeroAgentProcessInstance& process, const I
                    value.value, end, counts ? 1 : 0);
         }
     }
-    readings.addTo(*resultSet);
 }
 
 MeroAgentResultSet* MeroFrequencyAgent::getResultSet([[maybe_unused]] const MeroResultRequest& request) {

@@ -142,7 +142,6 @@ void MeroRefCostAgent::emitInstance(MeroAgentProcessInstance& process, const Ins
                    instance->sumFirstValues(MeroNoId).value_or(0.0), end, 0);
         }
     }
-    readings.addTo(*resultSet);
 }
 
 // Results

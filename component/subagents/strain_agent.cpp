@@ -156,7 +156,6 @@ void MeroStrainAgent::emitInstance(MeroAgentProcessInstance& process, const Inst
                    instance->sumFirstValues(MeroNoId).value_or(0.0), end, 0);
         }
     }
-    readings.addTo(*rawResult);
 }
 
 // Results

@@ -23,6 +23,7 @@ private:
         return {ValueTypeScaled, ResultModeMean};
     }
     int makeResultSet() override;
+    [[nodiscard]] MeroAgentResultSet& getMeasured() override { return *rawResult; }
     int prepareMeasure() override;
     int prepareCalendar() override { return StatusOk; }
     int measure(const MeroSimEvent& event) override;

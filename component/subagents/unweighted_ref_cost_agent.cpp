@@ -107,7 +107,6 @@ void MeroUnWeightedRefCostAgent::emitInstance(MeroAgentProcessInstance& process,
         }
         instance->clearValues();
     }
-    readings.addTo(*resultSet);
 }
 
 void MeroUnWeightedRefCostAgent::emitValues(MeroAgentSubProcessInstance& instance, double abscissa) {
@@ -142,7 +141,7 @@ MeroAgentResultSet* MeroUnWeightedRefCostAgent::getResultSet(
     [[maybe_unused]] const MeroResultRequest& request) {
     if (resultSet != nullptr) {
         for (MeroAgentProcessInstance* const process : instances.inOrderOfKeys()) {
-            emitInstance(*process, {modelId, abscissaAt(currentTime)});
+            handOver(*process, {modelId, abscissaAt(currentTime)});
         }
     }
     return resultSet.get();

@@ -161,7 +161,7 @@ int MeroWorkLoadAgent::endProcess(const MeroSimEvent& event) {
         return EventHandled;
     }
     if (agentState == AgentRunning) {
-        emitInstance(*process, {modelId, currentTime});
+        handOver(*process, {modelId, currentTime});
     }
     instances.erase(mainKey);
     return EventHandled;
@@ -272,13 +272,13 @@ void MeroWorkLoadAgent::collectWorkedTimes() {
 }
 
 bool MeroWorkLoadAgent::reportWorkedTimes() {
-    std::vector<std::pair<SV::String, const WorkedTime*>> ordered;
+    std::vector<const WorkedTime*> ordered;
     ordered.reserve(accumulated.size());
     for (const auto& entry : accumulated) {
-        ordered.emplace_back(getPathKey(entry.item.path), &entry.item);
+        ordered.push_back(&entry.item);
     }
-    std::ranges::sort(ordered, {}, [](const auto& entry) -> const SV::String& { return entry.first; });
-    for (const auto& [key, worked] : ordered) {
+    std::ranges::sort(ordered, isBeforeAsPathKey, &WorkedTime::path);
+    for (const WorkedTime* const worked : ordered) {
         const auto& [path, worker, seconds] = *worked;
         const std::optional<double> available = getAvailableTime(worker, currentTime);
         if (!available) {

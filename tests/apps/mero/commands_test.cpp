@@ -183,8 +183,8 @@ TEST_F(CommandsTest, ResultsBeginAfterTheWarmUpAndAreThoseOfItsRecord) {
         EXPECT_NE(out.find(",Counts,S,Order,Check,Task,Order / Check,388800,s,10800,"), std::string::npos)
             << out;
     }
-    std::vector<std::string> replicated(simulate.begin(), simulate.begin() + 5);
-    replicated.insert(replicated.end(), {"--replications", "2"});
+    std::vector<std::string> replicated{
+        "simulate", "--until", "00:000:02:00:00", "--warm-up", "00:000:01:00:00", "--replications", "2"};
     replicated.insert(replicated.end(), common.begin(), common.end());
     const ProgramRun replications = runProgram(replicated);
     EXPECT_NE(replications.out.find(",Check,Task,Order / Check,2,388800,0,388800,388800,s,10800,"),

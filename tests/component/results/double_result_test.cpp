@@ -1,6 +1,9 @@
 #include "component/results/double_result.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
+#include <random>
+#include <vector>
 
 namespace {
 
@@ -65,6 +68,21 @@ TEST(DoubleResult, FindsItemsAmongMany) {
     }
     EXPECT_FALSE(result.hasItem(MeroPath{7}));
     EXPECT_FALSE(result.hasItem(MeroPath{7, 301}));
+}
+
+TEST(DoubleResult, PathsAreOrderedAsTheirKeysAre) {
+    std::mt19937 random(3);
+    std::vector<MeroPath> paths{{}, {1, 23}, {12, 3}, {-1}, {-12}, {2147483647}, {-2147483647 - 1}};
+    for (int number = 0; number < 60; ++number) {
+        MeroPath& path = paths.emplace_back(random() % 4);
+        std::ranges::generate(path, [&] { return static_cast<MeroId>(random() % 1200) - 15; });
+    }
+    for (const MeroPath& left : paths) {
+        for (const MeroPath& right : paths) {
+            ASSERT_EQ(isBeforeAsPathKey(left, right), getPathKey(left) < getPathKey(right))
+                << getPathKey(left).view() << " " << getPathKey(right).view();
+        }
+    }
 }
 
 TEST(DoubleResult, ReadsItemsInTheOrderOfTheirKeysPassAfterPass) {
