@@ -16,7 +16,8 @@ int main(int count, char** values) {
         order.goesOn = [] { return true; };
         order.work = [](std::uint64_t number) -> std::string {
             if (number == 2) {
-                std::this_thread::sleep_for(std::chrono::milliseconds(500));
+                // Long enough for 3 to have come on a machine that is busy with other things.
+                std::this_thread::sleep_for(std::chrono::seconds(2));
                 std::raise(SIGKILL);
             }
             if (number != 3) {
